@@ -1,0 +1,47 @@
+/*
+ * tagNUMBER: the library's exact decimal number, a 25-byte record that hosts
+ * keep in their own records and files, byte for byte.
+ *
+ * Byte 0 is the length of the data that follows (bits 0-5; 0 null, 1 zero).
+ * Byte 1 holds sign and exponent E (4..124, 64 = no shift): 0x80 + E for a
+ * positive value, its complement for a negative one. Then base-100 digits,
+ * most significant first, each the pair of decimal digits at its position:
+ *     value = sign * (d1/100 + d2/100^2 + ...) * 100^(E - 64)
+ * A negative value stores 100 - d for each digit and ends in the byte 0x65.
+ * Zero is 01 C0; there is no negative zero. Because of the complement and the
+ * terminator, normal records sort as unsigned byte strings from byte 1 on.
+ */
+#ifndef OXL_NUMBER_NUMBER_H
+#define OXL_NUMBER_NUMBER_H
+
+#include "../core/oxlapi.h"
+
+#pragma pack(push, 1)
+typedef struct tagNUMBER {
+    BYTE bLength;    /* data bytes that follow; bits 6 and 7 written as 0 */
+    BYTE abData[24]; /* exponent byte, digits, terminator if negative */
+} tagNUMBER;
+#pragma pack(pop)
+
+OXL_STATIC_ASSERT(sizeof(tagNUMBER) == 25, "tagNUMBER is 25 bytes on every platform");
+
+OXL_EXTERN_C_BEGIN
+
+/* 0, 1..99 and -99..-1 exactly; any other value gives a record reading as 0. */
+void OXLAPI NumCreateSmall(tagNUMBER* n, int value);
+/* Negates in place; the new length byte, or 0 for null or an invalid length. */
+int OXLAPI NumNegate(tagNUMBER* n);
+/* -1, 0 or 1; null is below every value; an invalid length compares equal. */
+int OXLAPI NumCompare(tagNUMBER* a, tagNUMBER* b);
+/* 1 for zero; 0 for null, invalid lengths and every other value. */
+int OXLAPI NumIsZero(tagNUMBER* n);
+/* Makes a null record zero; leaves every other record alone. */
+void OXLAPI NumNullToZero(tagNUMBER* n);
+/* The double form of null: any double with all 11 exponent bits set. */
+int OXLAPI NumIsNullDouble(double* d);
+/* Stores the null double, the quiet NaN 0x7FF8000000000000. */
+void OXLAPI NumNullDouble(double* d);
+
+OXL_EXTERN_C_END
+
+#endif

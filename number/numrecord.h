@@ -1,0 +1,36 @@
+// The two routines through which every operation on tagNUMBER passes: from
+// the record's bytes to plain digits and back. Work arrays live on the
+// caller's stack; nothing in the number subsystem allocates.
+#ifndef OXL_NUMBER_NUMRECORD_H
+#define OXL_NUMBER_NUMRECORD_H
+
+#include "number.h"
+
+// Largest digit counts of a normal record: 23 positive, 22 negative.
+constexpr int NUM_MAX_DIGITS_POS = 23;
+constexpr int NUM_MAX_DIGITS_NEG = 22;
+constexpr int NUM_MIN_EXP = 4;
+constexpr int NUM_MAX_EXP = 124;
+constexpr int NUM_EXP_BIAS = 64;
+
+// The data length of a record as most operations read it (bits 0-5), and as
+// the four arithmetic operations and the comparisons read it (bit 7 set:
+// bits 0-3 only).
+inline int NumpLength(const tagNUMBER* n) { return n->bLength & 0x3F; }
+inline int NumpLengthArith(const tagNUMBER* n) { return (n->bLength & 0x80) ? (n->bLength & 0x0F) : (n->bLength & 0x3F); }
+
+// Reads `*length` data bytes from `data` (the exponent byte on) into digit
+// values 0..99 (for a normal record). On return *length is the digit count
+// without trailing zero digits and *exponent is E. The result is the
+// negative flag. Lengths below 2 or above 24 read as no digits, exponent
+// 0xC0, positive.
+int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent);
+
+// Writes any digit string (leading and trailing zeros, any length) as a
+// normal record into `data` from the exponent byte on, rounding half up on
+// the magnitude to 23 digits (22 negative) and clamping E to 4..124;
+// `padToWord` brings the data length up to a multiple of 4. Returns the data
+// length for the caller to store in the length byte. `digits` is modified.
+int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord);
+
+#endif

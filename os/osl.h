@@ -1,0 +1,194 @@
+/*
+ * The OS layer: the one seam between the library and the operating system.
+ *
+ * Every call the library makes to the system goes through one of the service
+ * tables below, reached through gOsl. A backend fills the tables: the Win32
+ * backend with the real API (most entries are the API functions themselves),
+ * the POSIX backend with what the portable engine needs on Linux. A test can
+ * point an entry of gOsl at a table of its own to make the system do what no
+ * real system does on demand (an allocation that fails, a fixed clock, a
+ * chosen code page) without the library's code knowing.
+ *
+ * Entries keep the Win32 names and signatures (minus handles that are always
+ * the same, such as the process heap), so the library reads like Win32 code.
+ * An entry a backend cannot provide answers with the Win32 failure value.
+ *
+ * The tables are plain data and gOsl is constant-initialised, so the layer
+ * works before any static constructor of the library has run.
+ */
+#ifndef OXL_OS_OSL_H
+#define OXL_OS_OSL_H
+
+#include "wintypes.h"
+
+/* Critical sections, thread slots, thread identity. */
+struct OslSyncService {
+    void(WINAPI* InitializeCriticalSection)(CRITICAL_SECTION*);
+    void(WINAPI* DeleteCriticalSection)(CRITICAL_SECTION*);
+    void(WINAPI* EnterCriticalSection)(CRITICAL_SECTION*);
+    void(WINAPI* LeaveCriticalSection)(CRITICAL_SECTION*);
+    DWORD(WINAPI* TlsAlloc)(void);
+    BOOL(WINAPI* TlsFree)(DWORD);
+    LPVOID(WINAPI* TlsGetValue)(DWORD);
+    BOOL(WINAPI* TlsSetValue)(DWORD, LPVOID);
+    DWORD(WINAPI* GetCurrentThreadId)(void);
+};
+
+/* The process heap and movable (global and local) memory. */
+struct OslMemoryService {
+    LPVOID (*HeapAlloc)(DWORD flags, SIZE_T bytes);
+    LPVOID (*HeapReAlloc)(DWORD flags, LPVOID block, SIZE_T bytes);
+    BOOL (*HeapFree)(LPVOID block);
+    SIZE_T (*HeapSize)(LPVOID block);
+    HGLOBAL(WINAPI* GlobalAlloc)(UINT flags, SIZE_T bytes);
+    HGLOBAL(WINAPI* GlobalReAlloc)(HGLOBAL mem, SIZE_T bytes, UINT flags);
+    LPVOID(WINAPI* GlobalLock)(HGLOBAL mem);
+    BOOL(WINAPI* GlobalUnlock)(HGLOBAL mem);
+    HGLOBAL(WINAPI* GlobalFree)(HGLOBAL mem);
+    SIZE_T(WINAPI* GlobalSize)(HGLOBAL mem);
+    HLOCAL(WINAPI* LocalAlloc)(UINT flags, SIZE_T bytes);
+    HLOCAL(WINAPI* LocalFree)(HLOCAL mem);
+};
+
+/* A named mapping at a fixed address and a named mutex, across processes. */
+struct OslSharedService {
+    /* Creates or opens the mapping; *created tells which. Null on failure. */
+    HANDLE (*CreateMapping)(LPCSTR name, DWORD bytes, BOOL* created);
+    /* Maps the whole mapping at exactly `at`, never over an existing mapping. */
+    LPVOID (*MapAt)(HANDLE mapping, LPVOID at, DWORD bytes);
+    BOOL (*Unmap)(LPVOID view, DWORD bytes);
+    /* A mutex that any process may open (null DACL on Windows). */
+    HANDLE (*CreateMutex)(LPCSTR name);
+    /* WAIT_OBJECT_0, WAIT_ABANDONED, WAIT_TIMEOUT or WAIT_FAILED. */
+    DWORD (*WaitMutex)(HANDLE mutex, DWORD milliseconds);
+    BOOL (*ReleaseMutex)(HANDLE mutex);
+    BOOL (*CloseHandle)(HANDLE handle);
+};
+
+/* Who and where the process runs: system version and languages, clock, module. */
+struct OslSystemService {
+    DWORD (*GetPlatformId)(void); /* dwPlatformId of GetVersionExA */
+    LANGID(WINAPI* GetSystemDefaultLangID)(void);
+    LCID(WINAPI* GetUserDefaultLCID)(void);
+    void(WINAPI* GetSystemTime)(SYSTEMTIME*);
+    int (*GetLocaleInfoA)(LCID locale, DWORD type, LPSTR data, int size);
+    DWORD (*GetModuleFileNameA)(HMODULE module, LPSTR name, DWORD size);
+    DWORD (*GetFileVersionInfoSizeA)(LPCSTR file);
+    BOOL (*GetFileVersionInfoA)(LPCSTR file, DWORD size, LPVOID data);
+    BOOL (*VerQueryValueA)(LPVOID block, LPCSTR path, LPVOID* value, UINT* length);
+};
+
+/* The ANSI code page: lead bytes, stepping, case and character classes. */
+struct OslTextService {
+    UINT(WINAPI* GetACP)(void);
+    BOOL(WINAPI* IsDBCSLeadByte)(BYTE);
+    LPSTR(WINAPI* CharNextA)(LPCSTR);
+    LPSTR(WINAPI* CharNextExA)(WORD codePage, LPCSTR, DWORD flags);
+    LPSTR(WINAPI* CharPrevExA)(WORD codePage, LPCSTR start, LPCSTR current, DWORD flags);
+    LPSTR(WINAPI* CharUpperA)(LPSTR);
+    LPSTR(WINAPI* CharLowerA)(LPSTR);
+    DWORD(WINAPI* CharUpperBuffA)(LPSTR, DWORD);
+    DWORD(WINAPI* CharLowerBuffA)(LPSTR, DWORD);
+    BOOL(WINAPI* IsCharAlphaA)(CHAR);
+    BOOL(WINAPI* IsCharAlphaNumericA)(CHAR);
+    int(WINAPI* lstrcmpA)(LPCSTR, LPCSTR);
+    int(WINAPI* lstrcmpiA)(LPCSTR, LPCSTR);
+};
+
+/* The platform's C run-time functions whose results depend on the platform. */
+struct OslCrtService {
+    double (*atof)(const char*);
+    char* (*gcvt)(double value, int digits, char* buffer);
+    char* (*setlocale)(int category, const char* locale);
+};
+
+/* The profile store and the library's string resources. */
+struct OslProfileService {
+    UINT (*GetProfileIntA)(LPCSTR section, LPCSTR key, int fallback);
+    DWORD (*GetProfileStringA)(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR out, DWORD size);
+    BOOL (*WriteProfileStringA)(LPCSTR section, LPCSTR key, LPCSTR value);
+    int (*LoadStringA)(HINSTANCE module, UINT id, LPSTR out, int size);
+};
+
+/* Files, for opening by name and searching the path. */
+struct OslFileService {
+    HANDLE (*CreateFileA)(LPCSTR name, DWORD access, DWORD share, DWORD disposition, DWORD flags);
+    DWORD (*SearchPathA)(LPCSTR path, LPCSTR file, LPCSTR ext, DWORD size, LPSTR out, LPSTR* part);
+    BOOL (*DeleteFileA)(LPCSTR name);
+    BOOL (*CloseHandle)(HANDLE file);
+};
+
+#ifdef _WIN32
+/* Windows only: the window manager, graphics and the spooler. The entries are
+ * the API functions themselves; later parts of the library add the ones they use. */
+#include <commdlg.h>
+#include <winspool.h>
+#define OSL_API(name) decltype(&::name) name
+struct OslWindowService {
+    OSL_API(MessageBoxA);
+    OSL_API(MessageBeep);
+    OSL_API(GetActiveWindow);
+    OSL_API(SendMessageA);
+    OSL_API(SendMessageTimeoutA);
+};
+struct OslGraphicsService {
+    OSL_API(CreateDCA);
+    OSL_API(CreateICA);
+    OSL_API(DeleteDC);
+    OSL_API(StartDocA);
+    OSL_API(StartPage);
+    OSL_API(EndPage);
+    OSL_API(EndDoc);
+    OSL_API(SetAbortProc);
+    OSL_API(Escape);
+    OSL_API(GetDeviceCaps);
+};
+struct OslSpoolerService {
+    OSL_API(OpenPrinterA);
+    OSL_API(ClosePrinter);
+    OSL_API(GetPrinterA);
+    OSL_API(EnumPrintersA);
+    OSL_API(DocumentPropertiesA);
+    OSL_API(DeviceCapabilitiesA);
+    OSL_API(EnumFormsA);
+    OSL_API(GetFormA);
+    OSL_API(AddFormA);
+    OSL_API(DeleteFormA);
+    OSL_API(PrintDlgA);
+    OSL_API(CommDlgExtendedError);
+};
+#undef OSL_API
+#endif
+
+/* The backend in force, one table per service. */
+struct OslServices {
+    const OslSyncService* sync;
+    const OslMemoryService* memory;
+    const OslSharedService* shared;
+    const OslSystemService* system;
+    const OslTextService* text;
+    const OslCrtService* crt;
+    const OslProfileService* profile;
+    const OslFileService* file;
+#ifdef _WIN32
+    const OslWindowService* window;
+    const OslGraphicsService* graphics;
+    const OslSpoolerService* spooler;
+#endif
+};
+
+extern OslServices gOsl;
+
+/* The backend's own tables, for a test that changes one entry of a copy. */
+extern const OslServices gOslNative;
+
+/*
+ * Notifications from the system to the library. A backend calls LibEntry
+ * (core/libstate.h) for load, unload and thread exit; these two hooks run
+ * from the library's last static object, after its static initialisers and
+ * before its finalisers, for backends whose system has no load notification.
+ */
+void OslLibraryLoaded(void);
+void OslLibraryUnloading(void);
+
+#endif

@@ -1,0 +1,330 @@
+// The POSIX backend of the OS layer: what the portable engine needs on Linux.
+//
+// Thread slots: all of a thread's slot values live in one array reached
+// through a single pthread key. The key's destructor is the library's
+// thread-exit notification: it puts the array back in place (the system has
+// already cleared it), lets the library free the thread's items through its
+// slots, then frees the array. Services that belong to Windows-only parts of
+// the library (movable memory, files) answer with the Win32 failure values.
+#include "../osl.h"
+#include "../../core/libstate.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <dlfcn.h>
+#include <mutex>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+// ---- critical sections and thread slots --------------------------------
+
+void WINAPI initCS(CRITICAL_SECTION* cs) {
+    pthread_mutexattr_t attr;
+    pthread_mutexattr_init(&attr);
+    pthread_mutexattr_settype(&attr, PTHREAD_MUTEX_RECURSIVE);
+    pthread_mutex_init(&cs->mutex, &attr);
+    pthread_mutexattr_destroy(&attr);
+}
+void WINAPI deleteCS(CRITICAL_SECTION* cs) { pthread_mutex_destroy(&cs->mutex); }
+void WINAPI enterCS(CRITICAL_SECTION* cs) { pthread_mutex_lock(&cs->mutex); }
+void WINAPI leaveCS(CRITICAL_SECTION* cs) { pthread_mutex_unlock(&cs->mutex); }
+
+constexpr DWORD kSlots = 64;
+
+struct SlotTable {
+    std::mutex lock;
+    pthread_key_t key;
+    bool haveKey = false;
+    bool used[kSlots] = {};
+    DWORD inUse = 0;
+};
+SlotTable& slotTable() {
+    static SlotTable* table = new SlotTable; // never destroyed: threads may end after exit()
+    return *table;
+}
+
+void threadEnding(void* values) {
+    pthread_setspecific(slotTable().key, values);
+    LibEntry(nullptr, DLL_THREAD_DETACH, nullptr);
+    pthread_setspecific(slotTable().key, nullptr);
+    std::free(values);
+}
+
+void** threadValues(bool make) {
+    SlotTable& t = slotTable();
+    auto* values = static_cast<void**>(pthread_getspecific(t.key));
+    if (!values && make) {
+        values = static_cast<void**>(std::calloc(kSlots, sizeof(void*)));
+        if (values && pthread_setspecific(t.key, values) != 0) {
+            std::free(values);
+            values = nullptr;
+        }
+    }
+    return values;
+}
+
+DWORD WINAPI tlsAlloc() {
+    SlotTable& t = slotTable();
+    std::lock_guard<std::mutex> hold(t.lock);
+    if (!t.haveKey) {
+        if (pthread_key_create(&t.key, threadEnding) != 0) return TLS_OUT_OF_INDEXES;
+        t.haveKey = true;
+    }
+    for (DWORD i = 0; i < kSlots; ++i) {
+        if (!t.used[i]) {
+            t.used[i] = true;
+            ++t.inUse;
+            if (void** v = threadValues(false)) v[i] = nullptr;
+            return i;
+        }
+    }
+    return TLS_OUT_OF_INDEXES;
+}
+
+BOOL WINAPI tlsFree(DWORD index) {
+    SlotTable& t = slotTable();
+    std::lock_guard<std::mutex> hold(t.lock);
+    if (index >= kSlots || !t.used[index]) return 0;
+    t.used[index] = false;
+    if (--t.inUse == 0) {
+        // The last slot is gone (the library is unloading): drop the key so
+        // that no destructor of ours stays registered with the system.
+        std::free(threadValues(false));
+        pthread_key_delete(t.key);
+        t.haveKey = false;
+    }
+    return 1;
+}
+
+LPVOID WINAPI tlsGetValue(DWORD index) {
+    if (index >= kSlots || !slotTable().haveKey) return nullptr;
+    void** v = threadValues(false);
+    return v ? v[index] : nullptr;
+}
+
+BOOL WINAPI tlsSetValue(DWORD index, LPVOID value) {
+    if (index >= kSlots || !slotTable().haveKey) return 0;
+    void** v = threadValues(value != nullptr);
+    if (!v) return value == nullptr;
+    v[index] = value;
+    return 1;
+}
+
+DWORD WINAPI currentThreadId() { return static_cast<DWORD>(syscall(SYS_gettid)); }
+
+// ---- process heap ----------------------------------------------------------
+// Each block carries its size in front, so that HeapSize can answer.
+
+constexpr size_t kHead = 16;
+
+LPVOID heapAlloc(DWORD flags, SIZE_T bytes) {
+    if (bytes > SIZE_MAX - kHead) return nullptr;
+    void* raw = (flags & HEAP_ZERO_MEMORY) ? std::calloc(1, kHead + bytes) : std::malloc(kHead + bytes);
+    if (!raw) return nullptr;
+    *static_cast<SIZE_T*>(raw) = bytes;
+    return static_cast<char*>(raw) + kHead;
+}
+LPVOID heapReAlloc(DWORD flags, LPVOID block, SIZE_T bytes) {
+    if (!block || bytes > SIZE_MAX - kHead) return nullptr;
+    char* raw = static_cast<char*>(block) - kHead;
+    SIZE_T old = *reinterpret_cast<SIZE_T*>(raw);
+    raw = static_cast<char*>(std::realloc(raw, kHead + bytes));
+    if (!raw) return nullptr;
+    if ((flags & HEAP_ZERO_MEMORY) && bytes > old) std::memset(raw + kHead + old, 0, bytes - old);
+    *reinterpret_cast<SIZE_T*>(raw) = bytes;
+    return raw + kHead;
+}
+BOOL heapFree(LPVOID block) {
+    if (block) std::free(static_cast<char*>(block) - kHead);
+    return 1;
+}
+SIZE_T heapSize(LPVOID block) { return block ? *reinterpret_cast<SIZE_T*>(static_cast<char*>(block) - kHead) : SIZE_T(-1); }
+
+HGLOBAL WINAPI globalAlloc(UINT, SIZE_T) { return nullptr; }
+HGLOBAL WINAPI globalReAlloc(HGLOBAL, SIZE_T, UINT) { return nullptr; }
+LPVOID WINAPI globalLock(HGLOBAL) { return nullptr; }
+BOOL WINAPI globalUnlock(HGLOBAL) { return 0; }
+HGLOBAL WINAPI globalFree(HGLOBAL mem) { return mem; }
+SIZE_T WINAPI globalSize(HGLOBAL) { return 0; }
+HLOCAL WINAPI localAlloc(UINT, SIZE_T) { return nullptr; }
+HLOCAL WINAPI localFree(HLOCAL mem) { return mem; }
+
+// ---- shared memory -------------------------------------------------------
+
+HANDLE createMapping(LPCSTR, DWORD, BOOL* created) {
+    if (created) *created = 0;
+    return nullptr;
+}
+LPVOID mapAt(HANDLE, LPVOID, DWORD) { return nullptr; }
+BOOL unmap(LPVOID, DWORD) { return 0; }
+HANDLE createMutex(LPCSTR) { return nullptr; }
+DWORD waitMutex(HANDLE, DWORD) { return 0xFFFFFFFF; /* WAIT_FAILED */ }
+BOOL releaseMutex(HANDLE) { return 0; }
+BOOL closeHandle(HANDLE) { return 0; }
+
+// ---- system identity -----------------------------------------------------
+// As Wine does, the system's language and ANSI code page follow the locale
+// the process was started with.
+
+struct LocaleRow {
+    const char* prefix;
+    LANGID lang;
+    UINT acp;
+};
+constexpr LocaleRow kLocales[] = {
+    {"ja", 0x0411, 932}, {"zh_CN", 0x0804, 936}, {"zh_SG", 0x1004, 936}, {"zh_TW", 0x0404, 950},
+    {"zh_HK", 0x0C04, 950}, {"ko", 0x0412, 949}, {"ar", 0x0401, 1256}, {"he", 0x040D, 1255},
+    {"de", 0x0407, 1252}, {"fr", 0x040C, 1252}, {"en_GB", 0x0809, 1252},
+};
+
+const LocaleRow& processLocale() {
+    static const LocaleRow* row = [] {
+        static constexpr LocaleRow english = {"en", 0x0409, 1252};
+        const char* name = nullptr;
+        for (const char* var : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+            name = std::getenv(var);
+            if (name && *name) break;
+        }
+        if (!name) return &english;
+        for (const LocaleRow& r : kLocales)
+            if (std::strncmp(name, r.prefix, std::strlen(r.prefix)) == 0) return &r;
+        return &english;
+    }();
+    return *row;
+}
+
+DWORD platformId() { return VER_PLATFORM_WIN32_NT; }
+LANGID WINAPI systemLangId() { return processLocale().lang; }
+LCID WINAPI userLcid() { return processLocale().lang; }
+void WINAPI systemTime(SYSTEMTIME* st) {
+    timespec ts;
+    clock_gettime(CLOCK_REALTIME, &ts);
+    tm t;
+    gmtime_r(&ts.tv_sec, &t);
+    st->wYear = WORD(t.tm_year + 1900);
+    st->wMonth = WORD(t.tm_mon + 1);
+    st->wDayOfWeek = WORD(t.tm_wday);
+    st->wDay = WORD(t.tm_mday);
+    st->wHour = WORD(t.tm_hour);
+    st->wMinute = WORD(t.tm_min);
+    st->wSecond = WORD(t.tm_sec);
+    st->wMilliseconds = WORD(ts.tv_nsec / 1000000);
+}
+int localeInfo(LCID, DWORD, LPSTR, int) { return 0; }
+DWORD moduleFileName(HMODULE module, LPSTR name, DWORD size) {
+    Dl_info info;
+    if (!size || !dladdr(module ? module : reinterpret_cast<void*>(&platformId), &info) || !info.dli_fname)
+        return 0;
+    size_t n = std::strlen(info.dli_fname);
+    if (n >= size) n = size - 1;
+    std::memcpy(name, info.dli_fname, n);
+    name[n] = 0;
+    return DWORD(n);
+}
+DWORD versionSize(LPCSTR) { return 0; }
+BOOL versionInfo(LPCSTR, DWORD, LPVOID) { return 0; }
+BOOL verQuery(LPVOID, LPCSTR, LPVOID*, UINT*) { return 0; }
+
+// ---- the ANSI code page (single-byte pages) --------------------------------
+
+UINT WINAPI acp() { return processLocale().acp; }
+BOOL WINAPI leadByte(BYTE) { return 0; }
+LPSTR WINAPI charNext(LPCSTR s) { return const_cast<LPSTR>(*s ? s + 1 : s); }
+LPSTR WINAPI charNextEx(WORD, LPCSTR s, DWORD) { return charNext(s); }
+LPSTR WINAPI charPrevEx(WORD, LPCSTR start, LPCSTR cur, DWORD) { return const_cast<LPSTR>(cur > start ? cur - 1 : start); }
+char upper1252(char c) {
+    unsigned char u = static_cast<unsigned char>(c);
+    if ((u >= 'a' && u <= 'z') || (u >= 0xE0 && u <= 0xFE && u != 0xF7)) return char(u - 0x20);
+    return c;
+}
+char lower1252(char c) {
+    unsigned char u = static_cast<unsigned char>(c);
+    if ((u >= 'A' && u <= 'Z') || (u >= 0xC0 && u <= 0xDE && u != 0xD7)) return char(u + 0x20);
+    return c;
+}
+DWORD WINAPI upperBuff(LPSTR s, DWORD n) {
+    for (DWORD i = 0; i < n; ++i) s[i] = upper1252(s[i]);
+    return n;
+}
+DWORD WINAPI lowerBuff(LPSTR s, DWORD n) {
+    for (DWORD i = 0; i < n; ++i) s[i] = lower1252(s[i]);
+    return n;
+}
+LPSTR WINAPI charUpper(LPSTR s) {
+    upperBuff(s, DWORD(std::strlen(s)));
+    return s;
+}
+LPSTR WINAPI charLower(LPSTR s) {
+    lowerBuff(s, DWORD(std::strlen(s)));
+    return s;
+}
+BOOL WINAPI isAlpha(CHAR c) { return upper1252(c) != lower1252(c) || static_cast<unsigned char>(c) == 0xDF; }
+BOOL WINAPI isAlnum(CHAR c) { return isAlpha(c) || (c >= '0' && c <= '9'); }
+int WINAPI strCmp(LPCSTR a, LPCSTR b) {
+    int r = std::strcmp(a, b);
+    return (r > 0) - (r < 0);
+}
+int WINAPI strCmpI(LPCSTR a, LPCSTR b) {
+    for (;; ++a, ++b) {
+        unsigned char x = static_cast<unsigned char>(lower1252(*a)), y = static_cast<unsigned char>(lower1252(*b));
+        if (x != y) return x < y ? -1 : 1;
+        if (!x) return 0;
+    }
+}
+
+// ---- C run-time, profile store, files ------------------------------------
+
+double crtAtof(const char* s) { return std::atof(s); }
+char* crtGcvt(double v, int digits, char* buf) { return gcvt(v, digits, buf); }
+char* crtSetlocale(int cat, const char* loc) { return std::setlocale(cat, loc); }
+
+// An empty profile store: every key reads as its default and nothing is kept.
+UINT profileInt(LPCSTR, LPCSTR, int fallback) { return UINT(fallback); }
+DWORD profileString(LPCSTR, LPCSTR, LPCSTR fallback, LPSTR out, DWORD size) {
+    if (!out || !size) return 0;
+    size_t n = fallback ? std::strlen(fallback) : 0;
+    if (n >= size) n = size - 1;
+    if (n) std::memcpy(out, fallback, n);
+    out[n] = 0;
+    return DWORD(n);
+}
+BOOL writeProfile(LPCSTR, LPCSTR, LPCSTR) { return 0; }
+int loadString(HINSTANCE, UINT, LPSTR out, int size) {
+    if (out && size > 0) *out = 0;
+    return 0;
+}
+
+HANDLE createFile(LPCSTR, DWORD, DWORD, DWORD, DWORD) { return reinterpret_cast<HANDLE>(-1); }
+DWORD searchPath(LPCSTR, LPCSTR, LPCSTR, DWORD, LPSTR, LPSTR*) { return 0; }
+BOOL deleteFile(LPCSTR) { return 0; }
+
+constexpr OslSyncService kSync = {initCS, deleteCS, enterCS, leaveCS, tlsAlloc,
+                                  tlsFree, tlsGetValue, tlsSetValue, currentThreadId};
+constexpr OslMemoryService kMemory = {heapAlloc, heapReAlloc, heapFree, heapSize, globalAlloc, globalReAlloc,
+                                      globalLock, globalUnlock, globalFree, globalSize, localAlloc, localFree};
+constexpr OslSharedService kShared = {createMapping, mapAt, unmap, createMutex, waitMutex, releaseMutex, closeHandle};
+constexpr OslSystemService kSystem = {platformId, systemLangId, userLcid, systemTime, localeInfo,
+                                      moduleFileName, versionSize, versionInfo, verQuery};
+constexpr OslTextService kText = {acp, leadByte, charNext, charNextEx, charPrevEx, charUpper, charLower,
+                                  upperBuff, lowerBuff, isAlpha, isAlnum, strCmp, strCmpI};
+constexpr OslCrtService kCrt = {crtAtof, crtGcvt, crtSetlocale};
+constexpr OslProfileService kProfile = {profileInt, profileString, writeProfile, loadString};
+constexpr OslFileService kFile = {createFile, searchPath, deleteFile, closeHandle};
+
+} // namespace
+
+constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt, &kProfile, &kFile};
+constinit OslServices gOsl = gOslNative;
+
+// No system notification tells a shared object that it was loaded; the
+// library's last static object calls these two instead.
+void OslLibraryLoaded(void) {
+    Dl_info info;
+    void* self = dladdr(reinterpret_cast<void*>(&OslLibraryLoaded), &info) ? info.dli_fbase : nullptr;
+    LibEntry(static_cast<HINSTANCE>(self ? self : &gOsl), DLL_PROCESS_ATTACH, nullptr);
+}
+void OslLibraryUnloading(void) { LibEntry(nullptr, DLL_PROCESS_DETACH, nullptr); }

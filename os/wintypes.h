@@ -1,0 +1,62 @@
+/*
+ * The Win32 type names that the library's interfaces are written in.
+ *
+ * On Windows this is <windows.h> itself. Elsewhere it defines the few names
+ * the portable engine needs, with the same widths, so that a record has one
+ * layout on every system; a CRITICAL_SECTION there is a recursive mutex.
+ */
+#ifndef OXL_OS_WINTYPES_H
+#define OXL_OS_WINTYPES_H
+
+#ifdef _WIN32
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+#else
+#include <pthread.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#define WINAPI
+#define CALLBACK
+
+typedef uint8_t BYTE;
+typedef uint16_t WORD;
+typedef uint32_t DWORD;
+typedef int32_t LONG;
+typedef int BOOL;
+typedef unsigned int UINT;
+typedef size_t SIZE_T;
+typedef uint16_t LANGID;
+typedef DWORD LCID;
+typedef char CHAR;
+typedef char* LPSTR;
+typedef const char* LPCSTR;
+typedef void* LPVOID;
+typedef void* HANDLE;
+typedef HANDLE HINSTANCE;
+typedef HANDLE HMODULE;
+typedef HANDLE HGLOBAL;
+typedef HANDLE HLOCAL;
+
+typedef struct _SYSTEMTIME {
+    WORD wYear, wMonth, wDayOfWeek, wDay;
+    WORD wHour, wMinute, wSecond, wMilliseconds;
+} SYSTEMTIME;
+
+/* Recursive per thread, as on Windows. */
+typedef struct _CRITICAL_SECTION {
+    pthread_mutex_t mutex;
+} CRITICAL_SECTION;
+
+#define TLS_OUT_OF_INDEXES ((DWORD)0xFFFFFFFF)
+#define DLL_PROCESS_DETACH 0
+#define DLL_PROCESS_ATTACH 1
+#define DLL_THREAD_ATTACH 2
+#define DLL_THREAD_DETACH 3
+#define HEAP_ZERO_MEMORY 0x00000008
+#define VER_PLATFORM_WIN32_NT 2
+#endif
+
+#endif

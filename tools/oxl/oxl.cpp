@@ -1,0 +1,137 @@
+// oxl: the library's playground. It loads oxlrt31 as any host does and shows
+// what the library makes of what you give it.
+//
+//   oxl tour                 a short walk through what the library does
+//   oxl small N [N ...]      the records of small integers, byte by byte
+//   oxl negate N             a record and its negation
+//   oxl compare A B          NumCompare of two small integers
+//   oxl env                  the character environment settled at load
+#include "intl/intl.h"
+#include "number/number.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+namespace {
+
+std::string hex(const tagNUMBER& n) {
+    std::string s;
+    char b[4];
+    int len = n.bLength & 0x3F;
+    std::snprintf(b, sizeof b, "%02X", n.bLength);
+    s += b;
+    for (int i = 0; i < len && i < 24; ++i) {
+        std::snprintf(b, sizeof b, " %02X", n.abData[i]);
+        s += b;
+    }
+    return s;
+}
+
+bool parseInt(const char* text, int* value) {
+    char* end = nullptr;
+    long v = std::strtol(text, &end, 10);
+    if (!*text || *end || v < -2147483647L - 1 || v > 2147483647L) {
+        std::fprintf(stderr, "oxl: '%s' is not an integer\n", text);
+        return false;
+    }
+    *value = int(v);
+    return true;
+}
+
+void showSmall(int v) {
+    tagNUMBER n;
+    NumCreateSmall(&n, v);
+    std::printf("%6d  %-16s%s\n", v, hex(n).c_str(), NumIsZero(&n) ? "  (reads as zero)" : "");
+}
+
+void showNegate(int v) {
+    tagNUMBER n;
+    NumCreateSmall(&n, v);
+    std::string before = hex(n);
+    int r = NumNegate(&n);
+    std::printf("-(%d): %s  ->  %s   (NumNegate gives %d)\n", v, before.c_str(), hex(n).c_str(), r);
+}
+
+void showCompare(int a, int b) {
+    tagNUMBER x, y;
+    NumCreateSmall(&x, a);
+    NumCreateSmall(&y, b);
+    static const char* const rel[] = {"<", "=", ">"};
+    std::printf("%d %s %d   (NumCompare gives %d)\n", a, rel[NumCompare(&x, &y) + 1], b, NumCompare(&x, &y));
+}
+
+int cmdSmall(int argc, char** argv) {
+    std::printf(" value  record (length byte first, hex)\n");
+    for (int i = 0; i < argc; ++i) {
+        int v;
+        if (!parseInt(argv[i], &v)) return 2;
+        showSmall(v);
+    }
+    return 0;
+}
+
+int cmdNegate(int argc, char** argv) {
+    int v;
+    if (argc != 1 || !parseInt(argv[0], &v)) return 2;
+    showNegate(v);
+    return 0;
+}
+
+int cmdCompare(int argc, char** argv) {
+    int a, b;
+    if (argc != 2 || !parseInt(argv[0], &a) || !parseInt(argv[1], &b)) return 2;
+    showCompare(a, b);
+    return 0;
+}
+
+int cmdEnv(int, char**) {
+    std::printf("double-byte path: %s\nright-to-left:    %s\n", IntlDBCSEnabled() ? "on" : "off",
+                IntlIsBiDiEnabled() ? "yes" : "no");
+    return 0;
+}
+
+int cmdTour(int, char**) {
+    std::printf("== NUMBER records: a length byte, an exponent byte, base-100 digits ==\n");
+    for (int v : {0, 1, 2, 42, 99, -1, -42, -99, 100, -100}) showSmall(v);
+    std::printf("\n== Negation flips the sign; negative digits are stored as 100 - d, ending in 65 ==\n");
+    for (int v : {1, -1, 42, 0}) showNegate(v);
+    std::printf("\n== Comparison: records order as their values ==\n");
+    showCompare(-5, 3);
+    showCompare(7, 7);
+    showCompare(-1, -99);
+    tagNUMBER null = {}, one;
+    NumCreateSmall(&one, 1);
+    std::printf("null vs 1: NumCompare gives %d (null is below every value)\n", NumCompare(&null, &one));
+    std::printf("\n== Character environment ==\n");
+    return cmdEnv(0, nullptr);
+}
+
+struct Command {
+    const char* name;
+    int (*run)(int argc, char** argv);
+};
+constexpr Command kCommands[] = {
+    {"tour", cmdTour}, {"small", cmdSmall}, {"negate", cmdNegate}, {"compare", cmdCompare}, {"env", cmdEnv},
+};
+
+int usage() {
+    std::fprintf(stderr,
+                 "usage: oxl tour | small N... | negate N | compare A B | env\n"
+                 "  tour     a short walk through what the library does\n"
+                 "  small    the records of small integers, byte by byte\n"
+                 "  negate   a record and its negation\n"
+                 "  compare  NumCompare of two small integers\n"
+                 "  env      the character environment settled at load\n");
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) return usage();
+    for (const Command& c : kCommands)
+        if (std::strcmp(argv[1], c.name) == 0) return c.run(argc - 2, argv + 2);
+    return usage();
+}
