@@ -158,6 +158,14 @@ struct OslSpoolerService {
     OSL_API(CommDlgExtendedError);
 };
 #undef OSL_API
+#else
+/* Elsewhere the library has no windows: a message box is a stand-in that
+ * writes its caption and text to the standard error stream and answers IDOK,
+ * and there is never an active window. */
+struct OslWindowService {
+    int(WINAPI* MessageBoxA)(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
+    HWND(WINAPI* GetActiveWindow)(void);
+};
 #endif
 
 /* The backend in force, one table per service. */
@@ -170,8 +178,8 @@ struct OslServices {
     const OslCrtService* crt;
     const OslProfileService* profile;
     const OslFileService* file;
-#ifdef _WIN32
     const OslWindowService* window;
+#ifdef _WIN32
     const OslGraphicsService* graphics;
     const OslSpoolerService* spooler;
 #endif

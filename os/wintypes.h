@@ -39,6 +39,7 @@ typedef HANDLE HINSTANCE;
 typedef HANDLE HMODULE;
 typedef HANDLE HGLOBAL;
 typedef HANDLE HLOCAL;
+typedef HANDLE HWND;
 
 typedef struct _SYSTEMTIME {
     WORD wYear, wMonth, wDayOfWeek, wDay;
@@ -57,6 +58,13 @@ typedef struct _CRITICAL_SECTION {
 #define DLL_THREAD_DETACH 3
 #define HEAP_ZERO_MEMORY 0x00000008
 #define VER_PLATFORM_WIN32_NT 2
+#define GMEM_FIXED 0x0000
+#define GMEM_MOVEABLE 0x0002
+#define GMEM_ZEROINIT 0x0040
+#define MB_OK 0x00000000
+#define MB_ICONHAND 0x00000010
+#define MB_SYSTEMMODAL 0x00001000
+#define IDOK 1
 #endif
 
 #endif

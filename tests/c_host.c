@@ -2,6 +2,7 @@
  * name (through the import library on Windows), and the exported objects are
  * reached as data. Prints what failed and exits non-zero. */
 #include "core/crsect.h"
+#include "core/mem.h"
 #include "core/tls.h"
 #include "intl/intl.h"
 #include "number/number.h"
@@ -28,6 +29,7 @@ int main(void) {
     static const unsigned char minusOne[] = {0x03, 0x3E, 0x63, 0x65};
     tagNUMBER a, b;
     int slot;
+    unsigned char* block;
 
     check(gpCRSECTMain == &gCRMainSect, "gpCRSECTMain points at gCRMainSect");
     check(CR_LockCount(gpCRSECTMain) == 0, "CR_LockCount(gpCRSECTMain) is 0");
@@ -46,6 +48,13 @@ int main(void) {
     TLS_FreeIndex(slot);
     check(destroyed == 1, "TLS_FreeIndex destroys the item");
     check(IntlDBCSEnabled() == 0 || IntlDBCSEnabled() == 1, "IntlDBCSEnabled is 0 or 1");
+
+    block = (unsigned char*)MemAlloc(4);
+    check(block != NULL && MemSize(block) == 4, "MemAlloc(4) gives a 4-byte block");
+    block = (unsigned char*)MemRealloc(block, 8);
+    check(block != NULL && block[7] == 0, "MemRealloc(block, 8) zero-fills the new bytes");
+    MemFree(block);
+    check(MemAlloc(0) == NULL, "MemAlloc(0) is null");
 
     printf("c_host: %s\n", failures ? "FAILED" : "ok");
     return failures != 0;

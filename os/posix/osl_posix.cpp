@@ -5,16 +5,19 @@
 // thread-exit notification: it puts the array back in place (the system has
 // already cleared it), lets the library free the thread's items through its
 // slots, then frees the array. Services that belong to Windows-only parts of
-// the library (movable memory, files) answer with the Win32 failure values.
+// the library (local memory, files) answer with the Win32 failure values.
 #include "../osl.h"
 #include "../../core/libstate.h"
 
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <cstdio>
 #include <ctime>
 #include <dlfcn.h>
 #include <mutex>
+#include <strings.h>
+#include <vector>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -144,12 +147,103 @@ BOOL heapFree(LPVOID block) {
 }
 SIZE_T heapSize(LPVOID block) { return block ? *reinterpret_cast<SIZE_T*>(static_cast<char*>(block) - kHead) : SIZE_T(-1); }
 
-HGLOBAL WINAPI globalAlloc(UINT, SIZE_T) { return nullptr; }
-HGLOBAL WINAPI globalReAlloc(HGLOBAL, SIZE_T, UINT) { return nullptr; }
-LPVOID WINAPI globalLock(HGLOBAL) { return nullptr; }
-BOOL WINAPI globalUnlock(HGLOBAL) { return 0; }
-HGLOBAL WINAPI globalFree(HGLOBAL mem) { return mem; }
-SIZE_T WINAPI globalSize(HGLOBAL) { return 0; }
+// ---- movable memory ----------------------------------------------------
+// A handle is an opaque number, never an address: the index of its entry in
+// a table, offset and tagged, so that a stale or made-up handle is refused
+// rather than followed. A block moves on every reallocation, so code that
+// keeps an address across one is caught, and it cannot be reallocated while
+// locked: its address is in use. A block of 0 bytes locks to null, as a
+// discarded block does on Windows.
+
+struct MovableBlock {
+    char* data;
+    SIZE_T size;
+    unsigned locks;
+    bool used;
+};
+struct MovableTable {
+    std::mutex lock;
+    std::vector<MovableBlock> blocks;
+};
+MovableTable& movables() {
+    static MovableTable* table = new MovableTable; // never destroyed: hosts may free blocks after exit()
+    return *table;
+}
+
+constexpr uintptr_t kHandleTag = 0x4;
+HGLOBAL handleOf(size_t index) { return reinterpret_cast<HGLOBAL>(((index + 1) << 3) | kHandleTag); }
+// The entry behind a handle, or null; the caller holds the table's lock.
+MovableBlock* blockOf(HGLOBAL mem) {
+    uintptr_t h = reinterpret_cast<uintptr_t>(mem);
+    if ((h & 7) != kHandleTag || h < 8) return nullptr;
+    size_t index = (h >> 3) - 1;
+    std::vector<MovableBlock>& blocks = movables().blocks;
+    return index < blocks.size() && blocks[index].used ? &blocks[index] : nullptr;
+}
+
+// New data of `bytes`, the first `keep` copied from `old`, the rest zero when asked.
+bool newData(char** out, SIZE_T bytes, const char* old, SIZE_T keep, UINT flags) {
+    *out = nullptr;
+    if (!bytes) return true;
+    *out = static_cast<char*>((flags & GMEM_ZEROINIT) ? std::calloc(1, bytes) : std::malloc(bytes));
+    if (!*out) return false;
+    if (keep) std::memcpy(*out, old, keep < bytes ? keep : bytes);
+    return true;
+}
+
+HGLOBAL WINAPI globalAlloc(UINT flags, SIZE_T bytes) {
+    char* data;
+    if (!newData(&data, bytes, nullptr, 0, flags)) return nullptr;
+    MovableTable& t = movables();
+    std::lock_guard<std::mutex> hold(t.lock);
+    size_t i = 0;
+    while (i < t.blocks.size() && t.blocks[i].used) ++i;
+    try {
+        if (i == t.blocks.size()) t.blocks.push_back({});
+    } catch (...) {
+        std::free(data);
+        return nullptr;
+    }
+    t.blocks[i] = {data, bytes, 0, true};
+    return handleOf(i);
+}
+HGLOBAL WINAPI globalReAlloc(HGLOBAL mem, SIZE_T bytes, UINT flags) {
+    std::lock_guard<std::mutex> hold(movables().lock);
+    MovableBlock* b = blockOf(mem);
+    char* data;
+    if (!b || b->locks || !newData(&data, bytes, b->data, b->size, flags)) return nullptr;
+    std::free(b->data);
+    b->data = data;
+    b->size = bytes;
+    return mem;
+}
+LPVOID WINAPI globalLock(HGLOBAL mem) {
+    std::lock_guard<std::mutex> hold(movables().lock);
+    MovableBlock* b = blockOf(mem);
+    if (!b || !b->data) return nullptr;
+    ++b->locks;
+    return b->data;
+}
+// Nonzero while the block stays locked, as on Windows.
+BOOL WINAPI globalUnlock(HGLOBAL mem) {
+    std::lock_guard<std::mutex> hold(movables().lock);
+    MovableBlock* b = blockOf(mem);
+    if (!b || !b->locks) return 0;
+    return --b->locks != 0;
+}
+HGLOBAL WINAPI globalFree(HGLOBAL mem) {
+    std::lock_guard<std::mutex> hold(movables().lock);
+    MovableBlock* b = blockOf(mem);
+    if (!b) return mem;
+    std::free(b->data);
+    *b = {};
+    return nullptr;
+}
+SIZE_T WINAPI globalSize(HGLOBAL mem) {
+    std::lock_guard<std::mutex> hold(movables().lock);
+    MovableBlock* b = blockOf(mem);
+    return b ? b->size : 0;
+}
 HLOCAL WINAPI localAlloc(UINT, SIZE_T) { return nullptr; }
 HLOCAL WINAPI localFree(HLOCAL mem) { return mem; }
 
@@ -215,19 +309,76 @@ void WINAPI systemTime(SYSTEMTIME* st) {
     st->wMilliseconds = WORD(ts.tv_nsec / 1000000);
 }
 int localeInfo(LCID, DWORD, LPSTR, int) { return 0; }
-DWORD moduleFileName(HMODULE module, LPSTR name, DWORD size) {
-    Dl_info info;
-    if (!size || !dladdr(module ? module : reinterpret_cast<void*>(&platformId), &info) || !info.dli_fname)
-        return 0;
-    size_t n = std::strlen(info.dli_fname);
+DWORD copyName(const char* from, LPSTR name, DWORD size) {
+    size_t n = std::strlen(from);
     if (n >= size) n = size - 1;
-    std::memcpy(name, info.dli_fname, n);
+    std::memcpy(name, from, n);
     name[n] = 0;
     return DWORD(n);
 }
-DWORD versionSize(LPCSTR) { return 0; }
-BOOL versionInfo(LPCSTR, DWORD, LPVOID) { return 0; }
-BOOL verQuery(LPVOID, LPCSTR, LPVOID*, UINT*) { return 0; }
+// A module is known by any address inside it (the library's own is its base
+// address); none stands for the program, as on Windows.
+DWORD moduleFileName(HMODULE module, LPSTR name, DWORD size) {
+    if (!name || !size) return 0;
+    if (!module) {
+        char exe[4096];
+        ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
+        if (n <= 0) return 0;
+        exe[n] = 0;
+        return copyName(exe, name, size);
+    }
+    Dl_info info;
+    if (!dladdr(module, &info) || !info.dli_fname) return 0;
+    return copyName(info.dli_fname, name, size);
+}
+
+// The version of a module: only the library's own file has one, made from its
+// build, in both translations that readers ask for. The block is a list of
+// NUL-terminated query paths, each followed by its value, ending in an empty path.
+#define OXL_STRINGS_OF(translation)                                                                     \
+    "\\StringFileInfo\\" translation "\\ProductVersion\0" OXL_PRODUCT_VERSION "\0"                   \
+    "\\StringFileInfo\\" translation "\\FileVersion\0" OXL_FILE_VERSION "\0"
+constexpr char kVersionBlock[] = OXL_STRINGS_OF("040904b0") OXL_STRINGS_OF("040904E4");
+#undef OXL_STRINGS_OF
+
+bool isLibraryFile(LPCSTR file) {
+    Dl_info info;
+    if (!file || !dladdr(reinterpret_cast<void*>(&OslLibraryLoaded), &info) || !info.dli_fname) return false;
+    char* a = realpath(file, nullptr);
+    char* b = realpath(info.dli_fname, nullptr);
+    bool same = a && b ? std::strcmp(a, b) == 0 : std::strcmp(file, info.dli_fname) == 0;
+    std::free(a);
+    std::free(b);
+    return same;
+}
+DWORD versionSize(LPCSTR file) { return isLibraryFile(file) ? DWORD(sizeof kVersionBlock) : 0; }
+BOOL versionInfo(LPCSTR file, DWORD size, LPVOID data) {
+    if (!data || size < sizeof kVersionBlock || !isLibraryFile(file)) return 0;
+    std::memcpy(data, kVersionBlock, sizeof kVersionBlock);
+    return 1;
+}
+// Query paths compare without regard to case, as on Windows.
+BOOL verQuery(LPVOID block, LPCSTR path, LPVOID* value, UINT* length) {
+    if (!block || !path || !value || !length) return 0;
+    for (char* key = static_cast<char*>(block); *key;) {
+        char* text = key + std::strlen(key) + 1;
+        if (strcasecmp(key, path) == 0) {
+            *value = text;
+            *length = UINT(std::strlen(text) + 1);
+            return 1;
+        }
+        key = text + std::strlen(text) + 1;
+    }
+    return 0;
+}
+
+// ---- message boxes ---------------------------------------------------------
+
+int WINAPI messageBox(HWND, LPCSTR text, LPCSTR caption, UINT) {
+    std::fprintf(stderr, "[%s] %s\n", caption ? caption : "", text ? text : "");
+    return IDOK;
+}
+HWND WINAPI activeWindow() { return nullptr; }
 
 // ---- the ANSI code page (single-byte pages) --------------------------------
 
@@ -314,10 +465,11 @@ constexpr OslTextService kText = {acp, leadByte, charNext, charNextEx, charPrevE
 constexpr OslCrtService kCrt = {crtAtof, crtGcvt, crtSetlocale};
 constexpr OslProfileService kProfile = {profileInt, profileString, writeProfile, loadString};
 constexpr OslFileService kFile = {createFile, searchPath, deleteFile, closeHandle};
+constexpr OslWindowService kWindow = {messageBox, activeWindow};
 
 } // namespace
 
-constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt, &kProfile, &kFile};
+constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt, &kProfile, &kFile, &kWindow};
 constinit OslServices gOsl = gOslNative;
 
 // No system notification tells a shared object that it was loaded; the

@@ -69,7 +69,10 @@ TEST(Module, ExportsEveryNameUndecorated) {
     ASSERT_TRUE(m.Loaded()) << "loading " OXL_MODULE_PATH;
     for (const char* name :
          {"CR_LockCount", "CR_Unwind", "CR_Rewind", "gCRMainSect", "gpCRSECTMain", "TLS_AllocIndex", "TLS_FreeIndex",
-          "TLS_GetItem", "TLS_SetItem", "TLS_Free", "TLS_FreeAll", "NumCreateSmall", "NumNegate", "NumCompare",
+          "TLS_GetItem", "TLS_SetItem", "TLS_Free", "TLS_FreeAll", "MemAlloc", "MemRealloc", "MemFree", "MemSize",
+          "MemCheck", "MemCheckAll", "ARYArrayAlloc", "ARYArrayFree", "ARYArrayLock", "ARYArrayUnlock",
+          "ARYArraySize", "ARYArrayInsert", "ARYArrayDelete", "ListCreateHeader", "ListAppendNode", "ListDeleteNode",
+          "ListIndexNode", "ListDestroyList", "NumCreateSmall", "NumNegate", "NumCompare",
           "NumIsZero", "NumNullToZero", "NumIsNullDouble", "NumNullDouble", "IntlInit", "IntlDBCSEnabled",
           "IntlIsBiDiEnabled"})
         EXPECT_NE(m.Find(name), nullptr) << "export " << name;

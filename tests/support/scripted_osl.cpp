@@ -1,5 +1,7 @@
 #include "scripted_osl.h"
 
+#include "core/crsect.h"
+
 #include <atomic>
 
 namespace {
@@ -8,21 +10,62 @@ struct HeapScript {
     const OslMemoryService* real;
     OslMemoryService table;
     std::atomic<int> calls, allocations, frees;
+    std::atomic<long> depth;
     int failFrom;
 } sHeap;
 
-LPVOID scriptedAlloc(DWORD flags, SIZE_T bytes) {
+bool allowed() {
     int n = ++sHeap.calls;
-    if (sHeap.failFrom && n >= sHeap.failFrom) return nullptr;
-    LPVOID p = sHeap.real->HeapAlloc(flags, bytes);
+    return !sHeap.failFrom || n < sHeap.failFrom;
+}
+void noteDepth() { sHeap.depth = gpCRSECTMain ? CR_LockCount(gpCRSECTMain) : -1; }
+template <class T>
+T counted(T p) {
     if (p) ++sHeap.allocations;
     return p;
 }
 
+LPVOID scriptedAlloc(DWORD flags, SIZE_T bytes) {
+    noteDepth();
+    return allowed() ? counted(sHeap.real->HeapAlloc(flags, bytes)) : nullptr;
+}
+LPVOID scriptedReAlloc(DWORD flags, LPVOID block, SIZE_T bytes) {
+    noteDepth();
+    return allowed() ? sHeap.real->HeapReAlloc(flags, block, bytes) : nullptr;
+}
 BOOL scriptedFree(LPVOID block) {
+    noteDepth();
     if (block) ++sHeap.frees;
     return sHeap.real->HeapFree(block);
 }
+SIZE_T scriptedSize(LPVOID block) {
+    noteDepth();
+    return sHeap.real->HeapSize(block);
+}
+HGLOBAL WINAPI scriptedGlobalAlloc(UINT flags, SIZE_T bytes) {
+    return allowed() ? counted(sHeap.real->GlobalAlloc(flags, bytes)) : nullptr;
+}
+HGLOBAL WINAPI scriptedGlobalReAlloc(HGLOBAL mem, SIZE_T bytes, UINT flags) {
+    return allowed() ? sHeap.real->GlobalReAlloc(mem, bytes, flags) : nullptr;
+}
+HGLOBAL WINAPI scriptedGlobalFree(HGLOBAL mem) {
+    HGLOBAL left = sHeap.real->GlobalFree(mem);
+    if (mem && !left) ++sHeap.frees;
+    return left;
+}
+
+struct WindowScript {
+    OslWindowService table;
+    HWND active;
+    int answer;
+    std::vector<ScriptedWindow::Box> boxes;
+} sWindow;
+
+int WINAPI scriptedMessageBox(HWND owner, LPCSTR text, LPCSTR caption, UINT style) {
+    sWindow.boxes.push_back({owner, text ? text : "(null)", caption ? caption : "(null)", style});
+    return sWindow.answer;
+}
+HWND WINAPI scriptedActiveWindow() { return sWindow.active; }
 
 struct SystemScript {
     OslSystemService table;
@@ -41,13 +84,21 @@ ScriptedHeap::ScriptedHeap(int failFrom) : m_saved(gOsl.memory) {
     sHeap.real = m_saved;
     sHeap.table = *m_saved;
     sHeap.table.HeapAlloc = scriptedAlloc;
+    sHeap.table.HeapReAlloc = scriptedReAlloc;
     sHeap.table.HeapFree = scriptedFree;
+    sHeap.table.HeapSize = scriptedSize;
+    sHeap.table.GlobalAlloc = scriptedGlobalAlloc;
+    sHeap.table.GlobalReAlloc = scriptedGlobalReAlloc;
+    sHeap.table.GlobalFree = scriptedGlobalFree;
     sHeap.calls = sHeap.allocations = sHeap.frees = 0;
+    sHeap.depth = -2;
     sHeap.failFrom = failFrom;
     gOsl.memory = &sHeap.table;
 }
 ScriptedHeap::~ScriptedHeap() { gOsl.memory = m_saved; }
+int ScriptedHeap::Attempts() const { return sHeap.calls; }
 int ScriptedHeap::Allocations() const { return sHeap.allocations; }
+long ScriptedHeap::LastDepth() const { return sHeap.depth; }
 int ScriptedHeap::Frees() const { return sHeap.frees; }
 
 ScriptedSystem::ScriptedSystem(LANGID systemLang, LCID userLcid, DWORD platformId) : m_saved(gOsl.system) {
@@ -61,3 +112,15 @@ ScriptedSystem::ScriptedSystem(LANGID systemLang, LCID userLcid, DWORD platformI
     gOsl.system = &sSystem.table;
 }
 ScriptedSystem::~ScriptedSystem() { gOsl.system = m_saved; }
+
+ScriptedWindow::ScriptedWindow(HWND active, int answer) : m_saved(gOsl.window) {
+    sWindow.table = *m_saved;
+    sWindow.table.MessageBoxA = scriptedMessageBox;
+    sWindow.table.GetActiveWindow = scriptedActiveWindow;
+    sWindow.active = active;
+    sWindow.answer = answer;
+    sWindow.boxes.clear();
+    gOsl.window = &sWindow.table;
+}
+ScriptedWindow::~ScriptedWindow() { gOsl.window = m_saved; }
+const std::vector<ScriptedWindow::Box>& ScriptedWindow::Boxes() const { return sWindow.boxes; }

@@ -6,15 +6,25 @@
 
 #include "os/osl.h"
 
-// The process heap, counting, with the Nth allocation (1-based, counted from
-// the scope's start) and every one after it failing; 0 fails none.
+#include <string>
+#include <vector>
+
+// The process heap and movable memory, counting, with the Nth allocation
+// (1-based, counted from the scope's start) and every one after it failing;
+// 0 fails none. Allocations are HeapAlloc, HeapReAlloc, GlobalAlloc and
+// GlobalReAlloc; a reallocation moves no count, but it can fail.
 class ScriptedHeap {
 public:
     explicit ScriptedHeap(int failFrom = 0);
     ~ScriptedHeap();
-    int Allocations() const; // successful ones
+    int Attempts() const;    // allocations tried, failed or not
+    int Allocations() const; // new blocks, heap and movable
     int Frees() const;
     int Outstanding() const { return Allocations() - Frees(); }
+    // How deep the calling thread held the main region during the last heap
+    // call (HeapAlloc, HeapReAlloc, HeapFree, HeapSize); -1 when
+    // gpCRSECTMain was null, -2 when no heap call was made.
+    long LastDepth() const;
 
 private:
     const OslMemoryService* m_saved;
@@ -28,6 +38,23 @@ public:
 
 private:
     const OslSystemService* m_saved;
+};
+
+// The window service: message boxes are recorded, not shown, and answered
+// with `answer`; the active window is `active`.
+class ScriptedWindow {
+public:
+    struct Box {
+        HWND owner;
+        std::string text, caption;
+        UINT style;
+    };
+    explicit ScriptedWindow(HWND active = nullptr, int answer = IDOK);
+    ~ScriptedWindow();
+    const std::vector<Box>& Boxes() const;
+
+private:
+    const OslWindowService* m_saved;
 };
 
 #endif

@@ -1,0 +1,216 @@
+// Arrays in movable memory: shapes, insertion and deletion at every kind of
+// index, the lock count, and what a failed resize leaves.
+#include "core/ary.h"
+#include "../support/scripted_osl.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Values = std::vector<DWORD>;
+
+std::string show(const Values& v) {
+    std::string s = "[";
+    for (size_t i = 0; i < v.size(); ++i) s += (i ? " " : "") + std::to_string(v[i]);
+    return s + "]";
+}
+
+// The elements of an array of 4-byte elements, read one lock at a time.
+Values contents(HGLOBAL array) {
+    Values v;
+    DWORD count = ARYArraySize(array) >> 16;
+    for (DWORD i = 0; i < count; ++i) {
+        auto* e = static_cast<DWORD*>(ARYArrayLock(array, LONG(i)));
+        if (!e) break;
+        v.push_back(*e);
+        ARYArrayUnlock(array);
+    }
+    return v;
+}
+
+HGLOBAL make(const Values& v) {
+    HGLOBAL a = ARYArrayAlloc(4, LONG(v.size()));
+    for (size_t i = 0; a && i < v.size(); ++i) {
+        *static_cast<DWORD*>(ARYArrayLock(a, LONG(i))) = v[i];
+        ARYArrayUnlock(a);
+    }
+    return a;
+}
+
+SIZE_T blockSize(HGLOBAL a) { return gOsl.memory->GlobalSize(a); }
+
+TEST(ARYArrayAlloc, Shapes) {
+    const struct {
+        LONG size, count;
+        bool valid;
+        DWORD sizeWord;
+    } cases[] = {
+        {0, 5, false, 0},          {-1, 5, false, 0},     {4, -1, false, 0},
+        {0x40000000, 8, false, 0}, {4, 0, true, 0x00000004}, {8, 3, true, 0x00030008},
+        {3, 7, true, 0x00070003},  {1, 70000, true, 0x11700001}, {0x10005, 2, true, 0x00020005},
+    };
+    for (const auto& c : cases) {
+        HGLOBAL a = ARYArrayAlloc(c.size, c.count);
+        EXPECT_EQ(a != nullptr, c.valid) << "ARYArrayAlloc(" << c.size << ", " << c.count << ")";
+        if (!a) continue;
+        EXPECT_EQ(ARYArraySize(a), c.sizeWord) << std::hex << "ARYArraySize after ARYArrayAlloc(0x" << c.size << ", 0x"
+                                               << c.count << ")";
+        EXPECT_EQ(blockSize(a), 8 + SIZE_T(c.size) * c.count) << "block of ARYArrayAlloc(" << c.size << ", " << c.count << ")";
+        if (c.count) {
+            auto* last = static_cast<unsigned char*>(ARYArrayLock(a, c.count - 1));
+            ASSERT_NE(last, nullptr);
+            std::vector<unsigned char> zero(size_t(c.size), 0);
+            EXPECT_EQ(std::memcmp(last, zero.data(), zero.size()), 0) << "last element of ARYArrayAlloc(" << c.size << ")";
+            ARYArrayUnlock(a);
+        }
+        EXPECT_EQ(ARYArrayFree(a), nullptr) << "ARYArrayFree";
+    }
+}
+
+TEST(ARYArrayLock, AnIndexOutsideTheArrayLeavesTheLockCountAlone) {
+    HGLOBAL a = make({10, 11, 12});
+    for (LONG index : {-1L, 3L, 1000L}) {
+        ASSERT_NE(ARYArrayLock(a, 1), nullptr);
+        EXPECT_EQ(ARYArrayLock(a, index), nullptr) << "ARYArrayLock(index " << index << ") of 3 elements";
+        EXPECT_FALSE(ARYArrayUnlock(a)) << "still locked after ARYArrayLock(index " << index << ") gave null";
+    }
+    auto* e = static_cast<char*>(ARYArrayLock(a, 2));
+    auto* first = static_cast<char*>(ARYArrayLock(a, 0));
+    EXPECT_EQ(e - first, 8) << "element 2 lies two elements after element 0";
+    ARYArrayUnlock(a);
+    ARYArrayUnlock(a);
+    ARYArrayFree(a);
+}
+
+TEST(ARYArrayInsert, AddsAZeroElement) {
+    const struct {
+        LONG index;
+        Values after;
+    } cases[] = {
+        {0, {0, 10, 11, 12}}, {1, {10, 0, 11, 12}}, {2, {10, 11, 0, 12}},
+        {3, {10, 11, 12, 0}}, {-1, {10, 11, 12, 0}}, {99, {10, 11, 12, 0}},
+    };
+    for (const auto& c : cases) {
+        HGLOBAL a = ARYArrayInsert(make({10, 11, 12}), c.index);
+        ASSERT_NE(a, nullptr) << "ARYArrayInsert([10 11 12], " << c.index << ")";
+        EXPECT_EQ(show(contents(a)), show(c.after)) << "ARYArrayInsert([10 11 12], " << c.index << ")";
+        EXPECT_EQ(blockSize(a), 24u) << "block after ARYArrayInsert(" << c.index << ")";
+        ARYArrayFree(a);
+    }
+    HGLOBAL empty = ARYArrayInsert(ARYArrayAlloc(4, 0), 5);
+    EXPECT_EQ(show(contents(empty)), "[0]") << "ARYArrayInsert into an empty array";
+    ARYArrayFree(empty);
+    EXPECT_EQ(ARYArrayInsert(nullptr, 0), nullptr) << "ARYArrayInsert(null)";
+}
+
+TEST(ARYArrayDelete, RemovesOneElement) {
+    const struct {
+        LONG index;
+        Values after;
+    } cases[] = {
+        {0, {11, 12}}, {1, {10, 12}}, {2, {10, 11}}, {-1, {10, 11}}, {3, {10, 11}}, {99, {10, 11}},
+    };
+    for (const auto& c : cases) {
+        HGLOBAL a = ARYArrayDelete(make({10, 11, 12}), c.index);
+        ASSERT_NE(a, nullptr) << "ARYArrayDelete([10 11 12], " << c.index << ")";
+        EXPECT_EQ(show(contents(a)), show(c.after)) << "ARYArrayDelete([10 11 12], " << c.index << ")";
+        EXPECT_EQ(blockSize(a), 16u) << "block after ARYArrayDelete(" << c.index << ")";
+        ARYArrayFree(a);
+    }
+    HGLOBAL one = ARYArrayDelete(make({7}), 0);
+    ASSERT_NE(one, nullptr);
+    EXPECT_EQ(ARYArraySize(one), 4u) << "ARYArrayDelete of the only element";
+    EXPECT_EQ(ARYArrayDelete(one, 0), nullptr) << "ARYArrayDelete on an array without elements";
+    EXPECT_EQ(ARYArraySize(one), 4u) << "an array without elements after ARYArrayDelete";
+    ARYArrayFree(one);
+    EXPECT_EQ(ARYArrayDelete(nullptr, 0), nullptr) << "ARYArrayDelete(null)";
+}
+
+TEST(ARYArray, OddElementSizesKeepTheirBytes) {
+    HGLOBAL a = ARYArrayAlloc(3, 2);
+    std::memcpy(ARYArrayLock(a, 0), "abc", 3);
+    ARYArrayUnlock(a);
+    std::memcpy(ARYArrayLock(a, 1), "xyz", 3);
+    ARYArrayUnlock(a);
+    a = ARYArrayInsert(a, 1);
+    a = ARYArrayDelete(a, 0);
+    ASSERT_EQ(ARYArraySize(a), 0x00020003u);
+    auto* e = static_cast<char*>(ARYArrayLock(a, 0));
+    ASSERT_NE(e, nullptr);
+    EXPECT_EQ(std::string(e, 6), std::string("\0\0\0xyz", 6)) << "insert at 1, then delete at 0, of [abc xyz]";
+    ARYArrayUnlock(a);
+    ARYArrayFree(a);
+}
+
+TEST(ARYArray, MemoryFailuresLoseNothing) {
+    {
+        ScriptedHeap heap(1);
+        EXPECT_EQ(ARYArrayAlloc(4, 3), nullptr) << "ARYArrayAlloc with no memory";
+        EXPECT_EQ(heap.Outstanding(), 0);
+    }
+    HGLOBAL a = make({10, 11, 12});
+    {
+        ScriptedHeap heap(1);
+        EXPECT_EQ(ARYArrayInsert(a, 0), nullptr) << "ARYArrayInsert when the block cannot grow";
+        EXPECT_EQ(show(contents(a)), "[10 11 12]") << "the array after a failed ARYArrayInsert";
+        HGLOBAL b = ARYArrayDelete(a, 0);
+        EXPECT_EQ(b, a) << "ARYArrayDelete when the block cannot shrink gives the handle it was given";
+        EXPECT_EQ(show(contents(a)), "[11 12]") << "the array after ARYArrayDelete could not shrink it";
+        EXPECT_EQ(heap.Attempts(), 2);
+    }
+    a = ARYArrayInsert(a, 99);
+    EXPECT_EQ(show(contents(a)), "[11 12 0]") << "an array that could not shrink grows again";
+    EXPECT_EQ(blockSize(a), 20u);
+    ARYArrayFree(a);
+}
+
+// Movable memory as the arrays use it, from either backend.
+TEST(MovableMemory, LockUnlockResizeFree) {
+    const OslMemoryService& m = *gOsl.memory;
+    HGLOBAL h = m.GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 16);
+    ASSERT_NE(h, nullptr);
+    auto* p = static_cast<unsigned char*>(m.GlobalLock(h));
+    ASSERT_NE(p, nullptr);
+    std::memset(p, 0x77, 16);
+    EXPECT_NE(m.GlobalLock(h), nullptr);
+    EXPECT_TRUE(m.GlobalUnlock(h)) << "GlobalUnlock with two locks held";
+    EXPECT_FALSE(m.GlobalUnlock(h)) << "GlobalUnlock of the last lock";
+    HGLOBAL g = m.GlobalReAlloc(h, 40, GMEM_MOVEABLE | GMEM_ZEROINIT);
+    ASSERT_NE(g, nullptr);
+    EXPECT_EQ(m.GlobalSize(g), 40u);
+    p = static_cast<unsigned char*>(m.GlobalLock(g));
+    EXPECT_EQ(p[15], 0x77) << "kept byte after GlobalReAlloc";
+    EXPECT_EQ(p[16], 0) << "added byte after GlobalReAlloc with GMEM_ZEROINIT";
+    EXPECT_EQ(p[39], 0) << "added byte after GlobalReAlloc with GMEM_ZEROINIT";
+    m.GlobalUnlock(g);
+    EXPECT_EQ(m.GlobalFree(g), nullptr) << "GlobalFree";
+}
+
+#ifndef _WIN32
+// What the POSIX stand-in adds: handles that are checked, and no move of a
+// block whose address is in use.
+TEST(MovableMemory, PosixRefusesStaleHandlesAndLockedMoves) {
+    const OslMemoryService& m = *gOsl.memory;
+    HGLOBAL h = m.GlobalAlloc(GMEM_MOVEABLE, 8);
+    void* p = m.GlobalLock(h);
+    EXPECT_EQ(m.GlobalReAlloc(h, 64, GMEM_MOVEABLE), nullptr) << "GlobalReAlloc of a locked block";
+    EXPECT_EQ(m.GlobalSize(h), 8u);
+    m.GlobalUnlock(h);
+    ASSERT_EQ(m.GlobalReAlloc(h, 64, GMEM_MOVEABLE), h);
+    EXPECT_NE(m.GlobalLock(h), p) << "a resized block moves";
+    m.GlobalUnlock(h);
+    ASSERT_EQ(m.GlobalFree(h), nullptr);
+    for (HGLOBAL bad : {h, static_cast<HGLOBAL>(p), reinterpret_cast<HGLOBAL>(0x5)}) {
+        EXPECT_EQ(m.GlobalLock(bad), nullptr) << "GlobalLock(" << bad << ")";
+        EXPECT_EQ(m.GlobalSize(bad), 0u) << "GlobalSize(" << bad << ")";
+        EXPECT_EQ(m.GlobalReAlloc(bad, 4, 0), nullptr) << "GlobalReAlloc(" << bad << ")";
+        EXPECT_EQ(m.GlobalFree(bad), bad) << "GlobalFree(" << bad << ")";
+    }
+}
+#endif
+
+} // namespace
