@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <barrier>
+#include <condition_variable>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -34,6 +34,24 @@ void OXLCALLBACK logDestroy(void* value) {
 }
 
 void* item(int n) { return reinterpret_cast<void*>(static_cast<uintptr_t>(0x1000 + n)); }
+
+// A one-use meeting point for n threads. Not std::barrier: the mingw-w64
+// libstdc++ (GCC 12) waits on atomics without a platform wait, and a
+// notification can be lost there, so a barrier under Wine sometimes never opens.
+class Meeting {
+public:
+    explicit Meeting(int n) : m_left(n) {}
+    void arrive_and_wait() {
+        std::unique_lock<std::mutex> g(m_lock);
+        if (--m_left == 0) m_open.notify_all();
+        m_open.wait(g, [&] { return m_left <= 0; });
+    }
+
+private:
+    std::mutex m_lock;
+    std::condition_variable m_open;
+    int m_left;
+};
 
 template <class F>
 void onNewThread(F f) {
@@ -154,7 +172,7 @@ TEST_F(TLSTest, DestructorDuringFreeAllFindsTheBlockInPlace) {
 
 TEST_F(TLSTest, FreeIndexReachesEveryThreadOnTheCallingThread) {
     constexpr int kThreads = 4;
-    std::barrier stored(kThreads + 1), freed(kThreads + 1);
+    Meeting stored(kThreads + 1), freed(kThreads + 1);
     std::atomic<int> emptyAfter{0};
     std::vector<std::thread> threads;
     for (int i = 0; i < kThreads; ++i) {
