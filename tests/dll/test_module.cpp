@@ -2,6 +2,7 @@
 // name, unloaded and loaded again in one process, threads ending while it is
 // loaded and while it is not.
 #include "core/crsect.h"
+#include "core/diag.h"
 #include "core/tls.h"
 #include "intl/intl.h"
 #include "number/number.h"
@@ -43,6 +44,16 @@ public:
         m_handle = nullptr;
     }
     bool Loaded() const { return m_handle != nullptr; }
+    // The module as the library's own functions know it: on Linux any
+    // address inside it.
+    HMODULE Handle() const {
+#ifdef _WIN32
+        return static_cast<HMODULE>(m_handle);
+#else
+        Dl_info info;
+        return dladdr(Find("VERGetVersionString"), &info) ? static_cast<HMODULE>(info.dli_fbase) : nullptr;
+#endif
+    }
     void* Find(const char* name) const {
 #ifdef _WIN32
         return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(m_handle), name));
@@ -72,7 +83,7 @@ TEST(Module, ExportsEveryNameUndecorated) {
           "TLS_GetItem", "TLS_SetItem", "TLS_Free", "TLS_FreeAll", "MemAlloc", "MemRealloc", "MemFree", "MemSize",
           "MemCheck", "MemCheckAll", "ARYArrayAlloc", "ARYArrayFree", "ARYArrayLock", "ARYArrayUnlock",
           "ARYArraySize", "ARYArrayInsert", "ARYArrayDelete", "ListCreateHeader", "ListAppendNode", "ListDeleteNode",
-          "ListIndexNode", "ListDestroyList", "NumCreateSmall", "NumNegate", "NumCompare",
+          "ListIndexNode", "ListDestroyList", "AssertBox", "VERGetVersionString", "VERGetBuildString", "NumCreateSmall", "NumNegate", "NumCompare",
           "NumIsZero", "NumNullToZero", "NumIsNullDouble", "NumNullDouble", "IntlInit", "IntlDBCSEnabled",
           "IntlIsBiDiEnabled"})
         EXPECT_NE(m.Find(name), nullptr) << "export " << name;
@@ -142,5 +153,50 @@ TEST(Module, ItemsOfAThreadStillRunningAtUnloadAreLeftAlone) {
     Module again;
     EXPECT_EQ(FN(again, TLS_AllocIndex)(), 103);
 }
+
+TEST(Module, VersionStringsAreThoseOfTheBuild) {
+    Module m;
+    ASSERT_TRUE(m.Loaded());
+    char product[64] = "", build[64] = "", untouched[16] = "untouched";
+    EXPECT_EQ(FN(m, VERGetVersionString)(m.Handle(), product), 1) << "VERGetVersionString(the library)";
+    EXPECT_STREQ(product, OXL_PRODUCT_VERSION);
+    EXPECT_EQ(FN(m, VERGetBuildString)(m.Handle(), build), 1) << "VERGetBuildString(the library)";
+    EXPECT_STREQ(build, OXL_FILE_VERSION);
+    EXPECT_EQ(FN(m, VERGetVersionString)(nullptr, untouched), 0) << "VERGetVersionString(the test program)";
+    EXPECT_STREQ(untouched, "untouched") << "VERGetVersionString(the test program)";
+}
+
+#ifdef _WIN32
+// A real box: found by its caption, read, and closed as a user would.
+TEST(Module, AssertBoxShowsASystemModalBoxUntilItIsClosed) {
+    auto* m = new Module;
+    ASSERT_TRUE(m->Loaded());
+    auto assertBox = FN(*m, AssertBox);
+    std::atomic<bool> returned{false};
+    std::thread caller([&] {
+        assertBox(const_cast<char*>("format.xx"), 120);
+        returned = true;
+    });
+    HWND box = nullptr;
+    for (int i = 0; i < 500 && !box; ++i) {
+        box = FindWindowA("#32770", "Oxlee");
+        if (!box) Sleep(10);
+    }
+    if (!box) {
+        caller.detach(); // blocked in the library: keep it loaded
+        FAIL() << "no box captioned Oxlee within 5 s of AssertBox(\"format.xx\", 120)";
+    }
+    char text[256] = "";
+    GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
+    LONG exStyle = GetWindowLongA(box, GWL_EXSTYLE);
+    Sleep(50);
+    EXPECT_FALSE(returned) << "AssertBox returned before its box was closed";
+    PostMessageA(box, WM_COMMAND, IDOK, 0);
+    caller.join();
+    EXPECT_STREQ(text, "Internal Error: format.120") << "text of AssertBox(\"format.xx\", 120)";
+    EXPECT_NE(exStyle & WS_EX_TOPMOST, 0) << "a system-modal box stands above other windows";
+    delete m;
+}
+#endif
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "core/crsect.h"
 
 #include <atomic>
+#include <cstring>
 
 namespace {
 
@@ -52,6 +53,41 @@ HGLOBAL WINAPI scriptedGlobalFree(HGLOBAL mem) {
     HGLOBAL left = sHeap.real->GlobalFree(mem);
     if (mem && !left) ++sHeap.frees;
     return left;
+}
+
+struct VersionScript {
+    OslSystemService table;
+    ScriptedVersion::Script script;
+    HMODULE module;
+    std::string file;
+    std::vector<std::string> paths;
+} sVersion;
+
+DWORD scriptedModuleFileName(HMODULE module, LPSTR name, DWORD size) {
+    sVersion.module = module;
+    const std::string& f = sVersion.script.file;
+    if (f.empty() || f.size() >= size) return 0;
+    std::memcpy(name, f.c_str(), f.size() + 1);
+    return DWORD(f.size());
+}
+DWORD scriptedVersionSize(LPCSTR file) {
+    sVersion.file = file;
+    return sVersion.script.hasResource ? 64 : 0;
+}
+BOOL scriptedVersionInfo(LPCSTR, DWORD, LPVOID data) {
+    if (sVersion.script.readable) std::memset(data, 0xEE, 64);
+    return sVersion.script.readable;
+}
+BOOL scriptedVerQuery(LPVOID, LPCSTR path, LPVOID* value, UINT* length) {
+    sVersion.paths.push_back(path);
+    for (auto& [key, text] : sVersion.script.values) {
+        if (key == path) {
+            *value = const_cast<char*>(text.c_str());
+            *length = UINT(text.size() + 1);
+            return 1;
+        }
+    }
+    return 0;
 }
 
 struct WindowScript {
@@ -124,3 +160,20 @@ ScriptedWindow::ScriptedWindow(HWND active, int answer) : m_saved(gOsl.window) {
 }
 ScriptedWindow::~ScriptedWindow() { gOsl.window = m_saved; }
 const std::vector<ScriptedWindow::Box>& ScriptedWindow::Boxes() const { return sWindow.boxes; }
+
+ScriptedVersion::ScriptedVersion(Script script) : m_saved(gOsl.system) {
+    sVersion.table = *m_saved;
+    sVersion.table.GetModuleFileNameA = scriptedModuleFileName;
+    sVersion.table.GetFileVersionInfoSizeA = scriptedVersionSize;
+    sVersion.table.GetFileVersionInfoA = scriptedVersionInfo;
+    sVersion.table.VerQueryValueA = scriptedVerQuery;
+    sVersion.script = std::move(script);
+    sVersion.module = reinterpret_cast<HMODULE>(-1);
+    sVersion.file.clear();
+    sVersion.paths.clear();
+    gOsl.system = &sVersion.table;
+}
+ScriptedVersion::~ScriptedVersion() { gOsl.system = m_saved; }
+HMODULE ScriptedVersion::AskedModule() const { return sVersion.module; }
+const std::string& ScriptedVersion::AskedFile() const { return sVersion.file; }
+const std::vector<std::string>& ScriptedVersion::AskedPaths() const { return sVersion.paths; }

@@ -40,6 +40,26 @@ private:
     const OslSystemService* m_saved;
 };
 
+// Version resources: the module's file name (empty: GetModuleFileNameA
+// fails), whether it has a resource and whether it can be read, and the
+// values by query path. What was asked is recorded.
+class ScriptedVersion {
+public:
+    struct Script {
+        std::string file;
+        bool hasResource, readable;
+        std::vector<std::pair<std::string, std::string>> values;
+    };
+    explicit ScriptedVersion(Script script);
+    ~ScriptedVersion();
+    HMODULE AskedModule() const;
+    const std::string& AskedFile() const;           // of GetFileVersionInfoSizeA
+    const std::vector<std::string>& AskedPaths() const; // of VerQueryValueA, in order
+
+private:
+    const OslSystemService* m_saved;
+};
+
 // The window service: message boxes are recorded, not shown, and answered
 // with `answer`; the active window is `active`.
 class ScriptedWindow {

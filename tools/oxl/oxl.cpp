@@ -6,6 +6,8 @@
 //   oxl negate N             a record and its negation
 //   oxl compare A B          NumCompare of two small integers
 //   oxl env                  the character environment settled at load
+//   oxl version              the library's product and file versions
+#include "core/diag.h"
 #include "intl/intl.h"
 #include "number/number.h"
 
@@ -13,6 +15,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
 
 namespace {
 
@@ -92,6 +100,27 @@ int cmdEnv(int, char**) {
     return 0;
 }
 
+// The library as its version functions know it: its module handle on
+// Windows, an address inside it elsewhere.
+HMODULE library() {
+#ifdef _WIN32
+    return GetModuleHandleA("oxlrt31.dll");
+#else
+    Dl_info info;
+    return dladdr(reinterpret_cast<void*>(&VERGetVersionString), &info) ? static_cast<HMODULE>(info.dli_fbase) : nullptr;
+#endif
+}
+
+int cmdVersion(int, char**) {
+    char product[128], build[128];
+    if (!VERGetVersionString(library(), product) || !VERGetBuildString(library(), build)) {
+        std::fprintf(stderr, "oxl: the library has no version strings\n");
+        return 1;
+    }
+    std::printf("product version: %s\nfile version:    %s\n", product, build);
+    return 0;
+}
+
 int cmdTour(int, char**) {
     std::printf("== NUMBER records: a length byte, an exponent byte, base-100 digits ==\n");
     for (int v : {0, 1, 2, 42, 99, -1, -42, -99, 100, -100}) showSmall(v);
@@ -114,16 +143,18 @@ struct Command {
 };
 constexpr Command kCommands[] = {
     {"tour", cmdTour}, {"small", cmdSmall}, {"negate", cmdNegate}, {"compare", cmdCompare}, {"env", cmdEnv},
+    {"version", cmdVersion},
 };
 
 int usage() {
     std::fprintf(stderr,
-                 "usage: oxl tour | small N... | negate N | compare A B | env\n"
+                 "usage: oxl tour | small N... | negate N | compare A B | env | version\n"
                  "  tour     a short walk through what the library does\n"
                  "  small    the records of small integers, byte by byte\n"
                  "  negate   a record and its negation\n"
                  "  compare  NumCompare of two small integers\n"
-                 "  env      the character environment settled at load\n");
+                 "  env      the character environment settled at load\n"
+                 "  version  the library's product and file versions\n");
     return 2;
 }
 
