@@ -130,22 +130,6 @@ TEST(ARYArrayDelete, RemovesOneElement) {
     EXPECT_EQ(ARYArrayDelete(nullptr, 0), nullptr) << "ARYArrayDelete(null)";
 }
 
-TEST(ARYArray, OddElementSizesKeepTheirBytes) {
-    HGLOBAL a = ARYArrayAlloc(3, 2);
-    std::memcpy(ARYArrayLock(a, 0), "abc", 3);
-    ARYArrayUnlock(a);
-    std::memcpy(ARYArrayLock(a, 1), "xyz", 3);
-    ARYArrayUnlock(a);
-    a = ARYArrayInsert(a, 1);
-    a = ARYArrayDelete(a, 0);
-    ASSERT_EQ(ARYArraySize(a), 0x00020003u);
-    auto* e = static_cast<char*>(ARYArrayLock(a, 0));
-    ASSERT_NE(e, nullptr);
-    EXPECT_EQ(std::string(e, 6), std::string("\0\0\0xyz", 6)) << "insert at 1, then delete at 0, of [abc xyz]";
-    ARYArrayUnlock(a);
-    ARYArrayFree(a);
-}
-
 TEST(ARYArray, MemoryFailuresLoseNothing) {
     {
         ScriptedHeap heap(1);
@@ -166,28 +150,6 @@ TEST(ARYArray, MemoryFailuresLoseNothing) {
     EXPECT_EQ(show(contents(a)), "[11 12 0]") << "an array that could not shrink grows again";
     EXPECT_EQ(blockSize(a), 20u);
     ARYArrayFree(a);
-}
-
-// Movable memory as the arrays use it, from either backend.
-TEST(MovableMemory, LockUnlockResizeFree) {
-    const OslMemoryService& m = *gOsl.memory;
-    HGLOBAL h = m.GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 16);
-    ASSERT_NE(h, nullptr);
-    auto* p = static_cast<unsigned char*>(m.GlobalLock(h));
-    ASSERT_NE(p, nullptr);
-    std::memset(p, 0x77, 16);
-    EXPECT_NE(m.GlobalLock(h), nullptr);
-    EXPECT_TRUE(m.GlobalUnlock(h)) << "GlobalUnlock with two locks held";
-    EXPECT_FALSE(m.GlobalUnlock(h)) << "GlobalUnlock of the last lock";
-    HGLOBAL g = m.GlobalReAlloc(h, 40, GMEM_MOVEABLE | GMEM_ZEROINIT);
-    ASSERT_NE(g, nullptr);
-    EXPECT_EQ(m.GlobalSize(g), 40u);
-    p = static_cast<unsigned char*>(m.GlobalLock(g));
-    EXPECT_EQ(p[15], 0x77) << "kept byte after GlobalReAlloc";
-    EXPECT_EQ(p[16], 0) << "added byte after GlobalReAlloc with GMEM_ZEROINIT";
-    EXPECT_EQ(p[39], 0) << "added byte after GlobalReAlloc with GMEM_ZEROINIT";
-    m.GlobalUnlock(g);
-    EXPECT_EQ(m.GlobalFree(g), nullptr) << "GlobalFree";
 }
 
 #ifndef _WIN32

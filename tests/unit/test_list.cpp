@@ -33,7 +33,10 @@ TEST(List, AppendLinksBothWays) {
     List* list = make({});
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(walk(list), "[]") << "ListCreateHeader";
-    for (LONG v : {5, -6, 7}) EXPECT_EQ(ListAppendNode(list, v), list->tail) << "ListAppendNode(" << v << ")";
+    for (LONG v : {5, -6, 7}) {
+        Node* node = ListAppendNode(list, v);
+        EXPECT_EQ(node, static_cast<Node*>(list->tail)) << "ListAppendNode(" << v << ") gives the new tail";
+    }
     EXPECT_EQ(walk(list), "[5 -6 7 ]");
     EXPECT_EQ(ListAppendNode(nullptr, 1), nullptr) << "ListAppendNode(null list)";
     EXPECT_EQ(ListDestroyList(list, 1), nullptr) << "ListDestroyList(list, 1)";
