@@ -16,6 +16,7 @@
 #include <ctime>
 #include <dlfcn.h>
 #include <mutex>
+#include <type_traits>
 #include <strings.h>
 #include <vector>
 #include <sys/syscall.h>
@@ -41,14 +42,16 @@ constexpr DWORD kSlots = 64;
 struct SlotTable {
     std::mutex lock;
     pthread_key_t key;
-    bool haveKey = false;
-    bool used[kSlots] = {};
-    DWORD inUse = 0;
+    bool haveKey;
+    bool used[kSlots];
+    DWORD inUse;
 };
-SlotTable& slotTable() {
-    static SlotTable* table = new SlotTable; // never destroyed: threads may end after exit()
-    return *table;
-}
+// Constant-initialised and never destroyed (its destructor does nothing), so
+// that a thread ending after exit() or during unload still finds it, and an
+// unloaded library leaves no block of its own behind.
+static_assert(std::is_trivially_destructible_v<SlotTable>);
+constinit SlotTable sSlotTable{};
+SlotTable& slotTable() { return sSlotTable; }
 
 void threadEnding(void* values) {
     pthread_setspecific(slotTable().key, values);
