@@ -42,6 +42,28 @@ int OXLAPI NumIsNullDouble(double* d);
 /* Stores the null double, the quiet NaN 0x7FF8000000000000. */
 void OXLAPI NumNullDouble(double* d);
 
+/*
+ * Arithmetic. `out` may be an operand and needs room for 25 bytes; the
+ * result is its length byte. Null operands act as zero and no result is
+ * null. Results are rounded half up on the magnitude to 23 digits (22 when
+ * negative) and their exponent clamped to the format's range; x / 0 gives
+ * 10^118 with the sign of x, and 0 / 0 gives 0.
+ */
+int OXLAPI NumAddition(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
+int OXLAPI NumSubtract(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
+int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
+int OXLAPI NumDivide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
+/* Rounds half away from zero to `scale` decimal places (negative: tens...). */
+int OXLAPI NumRound(tagNUMBER* out, tagNUMBER* in, int scale);
+/* Cuts in place to precision - scale integer and scale fraction places;
+ * 1, or 0 for null or an invalid length (n unchanged). */
+int OXLAPI NumTruncate(tagNUMBER* n, int precision, int scale);
+/* out = in x 10^power for power -60..60; otherwise out is null and 0. */
+int OXLAPI NumPower10(tagNUMBER* out, tagNUMBER* in, int power);
+/* Compares date values: -1, 0, 1, equal within 3 x 10^-16. Cuts an operand
+ * longer than 12 data bytes to 12, in the caller's record. */
+int OXLAPI DateCompare(tagNUMBER* a, tagNUMBER* b);
+
 OXL_EXTERN_C_END
 
 #endif

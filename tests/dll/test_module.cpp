@@ -70,7 +70,8 @@ TEST(Module, ExportsEveryNameUndecorated) {
     for (const char* name :
          {"CR_LockCount", "CR_Unwind", "CR_Rewind", "gCRMainSect", "gpCRSECTMain", "TLS_AllocIndex", "TLS_FreeIndex",
           "TLS_GetItem", "TLS_SetItem", "TLS_Free", "TLS_FreeAll", "NumCreateSmall", "NumNegate", "NumCompare",
-          "NumIsZero", "NumNullToZero", "NumIsNullDouble", "NumNullDouble", "IntlInit", "IntlDBCSEnabled",
+          "NumIsZero", "NumNullToZero", "NumIsNullDouble", "NumNullDouble", "NumAddition", "NumSubtract",
+          "NumMultiply", "NumDivide", "NumRound", "NumTruncate", "NumPower10", "DateCompare", "IntlInit", "IntlDBCSEnabled",
           "IntlIsBiDiEnabled"})
         EXPECT_NE(m.Find(name), nullptr) << "export " << name;
 }
