@@ -16,6 +16,8 @@
 
 #include "../core/oxlapi.h"
 
+#include <stddef.h>
+
 #pragma pack(push, 1)
 typedef struct tagNUMBER {
     BYTE bLength;    /* data bytes that follow; bits 6 and 7 written as 0 */
@@ -24,6 +26,13 @@ typedef struct tagNUMBER {
 #pragma pack(pop)
 
 OXL_STATIC_ASSERT(sizeof(tagNUMBER) == 25, "tagNUMBER is 25 bytes on every platform");
+
+/* The OLE records the binary conversions take, as the platform lays them out. */
+OXL_STATIC_ASSERT(sizeof(CY) == 8, "CY is a 64-bit integer");
+OXL_STATIC_ASSERT(sizeof(DECIMAL) == 16, "DECIMAL is 16 bytes");
+OXL_STATIC_ASSERT(offsetof(DECIMAL, scale) == 2 && offsetof(DECIMAL, sign) == 3, "DECIMAL scale and sign");
+OXL_STATIC_ASSERT(offsetof(DECIMAL, Hi32) == 4 && offsetof(DECIMAL, Lo32) == 8 && offsetof(DECIMAL, Mid32) == 12,
+                  "DECIMAL mantissa words: high, low, middle");
 
 OXL_EXTERN_C_BEGIN
 
@@ -63,6 +72,35 @@ int OXLAPI NumPower10(tagNUMBER* out, tagNUMBER* in, int power);
 /* Compares date values: -1, 0, 1, equal within 3 x 10^-16. Cuts an operand
  * longer than 12 data bytes to 12, in the caller's record. */
 int OXLAPI DateCompare(tagNUMBER* a, tagNUMBER* b);
+
+/*
+ * Binary conversions. To an integer, the fraction is cut towards zero and
+ * the result is the low bits of the accumulation; null gives 0. `reply`, set
+ * to 0 on entry, becomes 1 when the accumulation overflowed (the test looks
+ * at the value before its last multiplication by 100, so just beyond the
+ * range is not reported). From an integer the result is the length byte.
+ * LONG is 32 bits on every platform.
+ */
+LONG OXLAPI NumToLong(tagNUMBER* n);
+DWORD OXLAPI NumToDWord(tagNUMBER* n);
+WORD OXLAPI NumToWord(tagNUMBER* n);
+LONG OXLAPI NumToLongReply(tagNUMBER* n, LONG* reply);
+DWORD OXLAPI NumToDWordReply(tagNUMBER* n, LONG* reply);
+WORD OXLAPI NumToWordReply(tagNUMBER* n, LONG* reply);
+int OXLAPI NumLongToNumber(tagNUMBER* out, LONG value);
+int OXLAPI NumDWordToNumber(tagNUMBER* out, DWORD value);
+int OXLAPI NumWordToNumber(tagNUMBER* out, WORD value);
+/* Null or an invalid length gives the null double. */
+void OXLAPI NumToDouble(tagNUMBER* n, double* out);
+/* As NumToDouble, but a length byte of 0 gives 0.0. */
+void OXLAPI NumToDoubleNotNull(tagNUMBER* n, double* out);
+/* CY is read as a plain 64-bit integer, unscaled. Both write padded records. */
+void OXLAPI NumLLongToNumber(tagNUMBER* out, CY* in);
+void OXLAPI NumToLLong(CY* out, tagNUMBER* in, LONG* reply);
+void OXLAPI NumDECIMALToNumber(tagNUMBER* out, DECIMAL* in);
+/* At most 28 decimal places, cut; `out` is left alone when the value can't
+ * be placed at all (reply 1). */
+void OXLAPI NumToDECIMAL(DECIMAL* out, tagNUMBER* in, LONG* reply);
 
 OXL_EXTERN_C_END
 

@@ -71,7 +71,10 @@ TEST(Module, ExportsEveryNameUndecorated) {
          {"CR_LockCount", "CR_Unwind", "CR_Rewind", "gCRMainSect", "gpCRSECTMain", "TLS_AllocIndex", "TLS_FreeIndex",
           "TLS_GetItem", "TLS_SetItem", "TLS_Free", "TLS_FreeAll", "NumCreateSmall", "NumNegate", "NumCompare",
           "NumIsZero", "NumNullToZero", "NumIsNullDouble", "NumNullDouble", "NumAddition", "NumSubtract",
-          "NumMultiply", "NumDivide", "NumRound", "NumTruncate", "NumPower10", "DateCompare", "IntlInit", "IntlDBCSEnabled",
+          "NumMultiply", "NumDivide", "NumRound", "NumTruncate", "NumPower10", "DateCompare",
+          "NumToLong", "NumToDWord", "NumToWord", "NumToLongReply", "NumToDWordReply", "NumToWordReply",
+          "NumLongToNumber", "NumDWordToNumber", "NumWordToNumber", "NumToDouble", "NumToDoubleNotNull",
+          "NumLLongToNumber", "NumToLLong", "NumDECIMALToNumber", "NumToDECIMAL", "IntlInit", "IntlDBCSEnabled",
           "IntlIsBiDiEnabled"})
         EXPECT_NE(m.Find(name), nullptr) << "export " << name;
 }
