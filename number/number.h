@@ -102,6 +102,34 @@ void OXLAPI NumDECIMALToNumber(tagNUMBER* out, DECIMAL* in);
  * be placed at all (reply 1). */
 void OXLAPI NumToDECIMAL(DECIMAL* out, tagNUMBER* in, LONG* reply);
 
+/*
+ * Text, plain ASCII with "." as the point.
+ *
+ * NumAsciiToNumber reads a number at the start of `text` (after white space):
+ * decimal, scientific ("1.5e-3") or hexadecimal ("0x1F"). The result is the
+ * count of characters consumed, 0 for no number, -1 for too large, -2 for
+ * too small; `out` is null unless a number was read. At most 47 significant
+ * digits are read, unrounded, before the record's own rounding.
+ */
+int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text);
+/* A hexadecimal integer (optional sign and 0x); never fails, text without
+ * digits gives zero. The count of characters consumed. */
+int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, char* text);
+/* At most `width` characters (sign included) and a NUL; the buffer needs
+ * width + 1 bytes. Fixed or scientific form, whichever shows the value in the
+ * width; the text's length, or 0 when not even one digit fits (a width of 6
+ * always fits). Null gives "" and 0. */
+int OXLAPI NumToAscii(tagNUMBER* n, char* buffer, WORD width);
+/* NumWordToNumber with its arguments the other way round; returns out. */
+tagNUMBER* OXLAPI NumGet(WORD value, tagNUMBER* out);
+/* A double to a record through its text of 15 significant digits: 1, or 0
+ * when the value lies outside the format's range. The null double gives a
+ * null record. */
+int OXLAPI NumDoubleToNumber(tagNUMBER* out, double value);
+/* The text of a double (15 significant digits, "." as the point) that
+ * NumDoubleToNumber reads back; sets the process's numeric locale to "C". */
+char* OXLAPI FMTgcvt(double value, char* buffer);
+
 OXL_EXTERN_C_END
 
 #endif

@@ -74,7 +74,8 @@ TEST(Module, ExportsEveryNameUndecorated) {
           "NumMultiply", "NumDivide", "NumRound", "NumTruncate", "NumPower10", "DateCompare",
           "NumToLong", "NumToDWord", "NumToWord", "NumToLongReply", "NumToDWordReply", "NumToWordReply",
           "NumLongToNumber", "NumDWordToNumber", "NumWordToNumber", "NumToDouble", "NumToDoubleNotNull",
-          "NumLLongToNumber", "NumToLLong", "NumDECIMALToNumber", "NumToDECIMAL", "IntlInit", "IntlDBCSEnabled",
+          "NumLLongToNumber", "NumToLLong", "NumDECIMALToNumber", "NumToDECIMAL", "NumAsciiToNumber",
+          "NumHexAsciiToNumber", "NumToAscii", "NumGet", "NumDoubleToNumber", "FMTgcvt", "IntlInit", "IntlDBCSEnabled",
           "IntlIsBiDiEnabled"})
         EXPECT_NE(m.Find(name), nullptr) << "export " << name;
 }
