@@ -66,6 +66,7 @@ tagNUMBER* OXLAPI NumGet(WORD value, tagNUMBER* out) {
 
 int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, char* text) {
     NumCreateSmall(out, 0);
+    if (!text) return 0;
     const char* p = text;
     while (*p == ' ' || *p == '\t') ++p;
     bool negative = false;

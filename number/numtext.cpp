@@ -76,6 +76,7 @@ const char* readMantissa(const char* p, Mantissa& m) {
 
 int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text) {
     setNull(out);
+    if (!text) return 0;
     const char* p = skipSpace(text);
     const char* signAt = p;
     bool negative = false;

@@ -74,6 +74,15 @@ TEST(NumAsciiToNumber, ResultsAndRecords) {
     }
 }
 
+TEST(NumAsciiToNumber, NullTextIsNoNumber) {
+    tagNUMBER n = rec("5");
+    EXPECT_EQ(NumAsciiToNumber(&n, nullptr), 0);
+    EXPECT_EQ(hex(n), "00") << "NumAsciiToNumber(null)";
+    n = rec("5");
+    EXPECT_EQ(NumHexAsciiToNumber(&n, nullptr), 0);
+    EXPECT_EQ(hex(n), "01 C0") << "NumHexAsciiToNumber(null)";
+}
+
 TEST(NumAsciiToNumber, SkipsTheDoubleByteBlankOnADoubleByteSystem) {
     LIBSTATE& s = *gpLibState;
     int32_t dbcs = s.bDBCS, language = s.nDBCSLanguage;
