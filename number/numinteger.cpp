@@ -13,13 +13,7 @@ namespace {
 // negative value; *reply becomes 1 when the overflow test fires.
 uint32_t toInteger(const tagNUMBER* n, LONG* reply) {
     NumpOperand x = NumpRead(n, NumpLength(n));
-    int whole = x.exponent - NUM_EXP_BIAS; // base-100 digits before the point
-    int zeros = whole - x.count;           // zero digits behind the last one
-    int counted = x.count;
-    if (zeros < 0) {
-        counted = whole < 1 ? 0 : whole;
-        zeros = 0;
-    }
+    NumpIntegerPart part = NumpIntegerOf(x);
     uint32_t a = 0, h = 0;
     auto step = [&](int digit) {
         h |= a;
@@ -27,8 +21,8 @@ uint32_t toInteger(const tagNUMBER* n, LONG* reply) {
         int t = int32_t(h) >> 28;
         if (t > 2 || (t == 2 && int32_t(a) > 0)) *reply = 1;
     };
-    for (int i = 0; i < counted; ++i) step(x.digits[i]);
-    for (int i = 0; i < zeros; ++i) step(0);
+    for (int i = 0; i < part.counted; ++i) step(x.digits[i]);
+    for (int i = 0; i < part.zeros; ++i) step(0);
     return x.negative ? 0u - a : a;
 }
 

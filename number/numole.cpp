@@ -30,25 +30,6 @@ int takeApart(uint32_t* words, int nwords, BYTE* digits, int room) {
     return count;
 }
 
-// The integer digits of a record and the count of zero digits behind them,
-// the fraction dropped.
-struct IntegerDigits {
-    NumpOperand x;
-    int counted;
-    int zeros;
-};
-IntegerDigits integerDigits(const tagNUMBER* n, int length) {
-    IntegerDigits r{NumpRead(n, length), 0, 0};
-    int whole = r.x.exponent - NUM_EXP_BIAS;
-    r.counted = r.x.count;
-    r.zeros = whole - r.x.count;
-    if (r.zeros < 0) {
-        r.counted = whole < 1 ? 0 : whole;
-        r.zeros = 0;
-    }
-    return r;
-}
-
 // A 128-bit mantissa in 16-bit limbs, least significant first.
 struct Mantissa {
     uint32_t limb[8] = {};
@@ -80,15 +61,16 @@ void OXLAPI NumLLongToNumber(tagNUMBER* out, CY* in) {
 
 void OXLAPI NumToLLong(CY* out, tagNUMBER* in, LONG* reply) {
     *reply = 0;
-    IntegerDigits d = integerDigits(in, in->bLength); // the whole byte is the length here
+    NumpOperand x = NumpRead(in, in->bLength); // the whole byte is the length here
+    NumpIntegerPart part = NumpIntegerOf(x);
     uint64_t a = 0;
     uint32_t h = 0;
-    for (int i = 0; i < d.counted + d.zeros; ++i) {
+    for (int i = 0; i < part.counted + part.zeros; ++i) {
         h |= uint32_t(a >> 32);
-        a = a * 100u + (i < d.counted ? d.x.digits[i] : 0);
+        a = a * 100u + (i < part.counted ? x.digits[i] : 0);
     }
     if (h & 0xFE000000u) *reply = 1;
-    out->int64 = int64_t(d.x.negative ? 0 - a : a);
+    out->int64 = int64_t(x.negative ? 0 - a : a);
 }
 
 void OXLAPI NumDECIMALToNumber(tagNUMBER* out, DECIMAL* in) {

@@ -50,6 +50,19 @@ inline NumpOperand NumpRead(const tagNUMBER* n, int length) {
     return u;
 }
 
+// The integer part of an unpacked value for the conversions to integers:
+// how many of its digits stand before the point (the fraction is dropped)
+// and how many zero digits follow them up to the point.
+struct NumpIntegerPart {
+    int counted;
+    int zeros;
+};
+inline NumpIntegerPart NumpIntegerOf(const NumpOperand& x) {
+    int whole = x.exponent - NUM_EXP_BIAS;
+    if (whole - x.count >= 0) return {x.count, whole - x.count};
+    return {whole < 1 ? 0 : whole, 0};
+}
+
 // Packs into `out` (unpadded) and stores the length byte, which it returns.
 inline int NumpWrite(tagNUMBER* out, BYTE* digits, int count, int negative, int exponent) {
     out->bLength = BYTE(NumpPack(out->abData, digits, count, negative, exponent, 0));

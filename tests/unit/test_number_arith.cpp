@@ -138,4 +138,32 @@ TEST(NumArithmetic, AgreesWithExactArithmeticOnRandomOperands) {
     }
 }
 
+// Records of any bytes (hosts' files can hold anything) give some record of
+// at most 24 data bytes, and nothing is read or written outside the records.
+TEST(NumArithmetic, AnyBytesGiveARecordOfValidLength) {
+    std::mt19937 rng(99);
+    std::uniform_int_distribution<int> byte(0, 255);
+    auto anyRecord = [&] {
+        tagNUMBER n;
+        for (BYTE* p = &n.bLength; p < &n.bLength + sizeof n; ++p) *p = BYTE(byte(rng));
+        if (byte(rng) < 128) n.bLength &= 0x1F; // lengths that are read as well as invalid ones
+        return n;
+    };
+    for (int i = 0; i < 20000; ++i) {
+        tagNUMBER a = anyRecord(), b = anyRecord(), out;
+        for (BinaryOp op : {NumAddition, NumSubtract, NumMultiply, NumDivide}) {
+            op(&out, &a, &b);
+            ASSERT_LE(out.bLength, 24) << hex(a, 25) << " / " << hex(b, 25);
+        }
+        NumRound(&out, &a, byte(rng) - 128);
+        ASSERT_LE(out.bLength, 24) << "NumRound of " << hex(a, 25);
+        tagNUMBER c = a;
+        if (NumTruncate(&c, byte(rng) - 128, byte(rng) - 128)) {
+            ASSERT_LE(c.bLength, 24) << "NumTruncate of " << hex(a, 25);
+        } else {
+            ASSERT_EQ(hex(c, 25), hex(a, 25)) << "NumTruncate leaves what it refuses alone";
+        }
+    }
+}
+
 } // namespace
