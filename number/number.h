@@ -116,9 +116,10 @@ int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text);
  * digits gives zero. The count of characters consumed. */
 int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, char* text);
 /* At most `width` characters (sign included) and a NUL; the buffer needs
- * width + 1 bytes. Fixed or scientific form, whichever shows the value in the
- * width; the text's length, or 0 when not even one digit fits (a width of 6
- * always fits). Null gives "" and 0. */
+ * width + 1 bytes (3 more below a width of 6, where a small fraction can
+ * show as the zeros behind its point alone). Fixed or scientific form, whichever shows the value in the
+ * width; the text's length, or 0 when not even one digit fits (6 places
+ * always fit a value, 7 a negative one). Null gives "" and 0. */
 int OXLAPI NumToAscii(tagNUMBER* n, char* buffer, WORD width);
 /* NumWordToNumber with its arguments the other way round; returns out. */
 tagNUMBER* OXLAPI NumGet(WORD value, tagNUMBER* out);
