@@ -16,6 +16,8 @@
 
 #include "../core/oxlapi.h"
 
+#include <stddef.h>
+
 #pragma pack(push, 1)
 typedef struct tagNUMBER {
     BYTE bLength;    /* data bytes that follow; bits 6 and 7 written as 0 */
@@ -24,6 +26,13 @@ typedef struct tagNUMBER {
 #pragma pack(pop)
 
 OXL_STATIC_ASSERT(sizeof(tagNUMBER) == 25, "tagNUMBER is 25 bytes on every platform");
+
+/* The OLE records the binary conversions take, as the platform lays them out. */
+OXL_STATIC_ASSERT(sizeof(CY) == 8, "CY is a 64-bit integer");
+OXL_STATIC_ASSERT(sizeof(DECIMAL) == 16, "DECIMAL is 16 bytes");
+OXL_STATIC_ASSERT(offsetof(DECIMAL, scale) == 2 && offsetof(DECIMAL, sign) == 3, "DECIMAL scale and sign");
+OXL_STATIC_ASSERT(offsetof(DECIMAL, Hi32) == 4 && offsetof(DECIMAL, Lo32) == 8 && offsetof(DECIMAL, Mid32) == 12,
+                  "DECIMAL mantissa words: high, low, middle");
 
 OXL_EXTERN_C_BEGIN
 
@@ -41,6 +50,86 @@ void OXLAPI NumNullToZero(tagNUMBER* n);
 int OXLAPI NumIsNullDouble(double* d);
 /* Stores the null double, the quiet NaN 0x7FF8000000000000. */
 void OXLAPI NumNullDouble(double* d);
+
+/*
+ * Arithmetic. `out` may be an operand and needs room for 25 bytes; the
+ * result is its length byte. Null operands act as zero and no result is
+ * null. Results are rounded half up on the magnitude to 23 digits (22 when
+ * negative) and their exponent clamped to the format's range; x / 0 gives
+ * 10^118 with the sign of x, and 0 / 0 gives 0.
+ */
+int OXLAPI NumAddition(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
+int OXLAPI NumSubtract(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
+int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
+int OXLAPI NumDivide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
+/* Rounds half away from zero to `scale` decimal places (negative: tens...). */
+int OXLAPI NumRound(tagNUMBER* out, tagNUMBER* in, int scale);
+/* Cuts in place to precision - scale integer and scale fraction places;
+ * 1, or 0 for null or an invalid length (n unchanged). */
+int OXLAPI NumTruncate(tagNUMBER* n, int precision, int scale);
+/* out = in x 10^power for power -60..60; otherwise out is null and 0. */
+int OXLAPI NumPower10(tagNUMBER* out, tagNUMBER* in, int power);
+/* Compares date values: -1, 0, 1, equal within 3 x 10^-16. Cuts an operand
+ * longer than 12 data bytes to 12, in the caller's record. */
+int OXLAPI DateCompare(tagNUMBER* a, tagNUMBER* b);
+
+/*
+ * Binary conversions. To an integer, the fraction is cut towards zero and
+ * the result is the low bits of the accumulation; null gives 0. `reply`, set
+ * to 0 on entry, becomes 1 when the accumulation overflowed (the test looks
+ * at the value before its last multiplication by 100, so just beyond the
+ * range is not reported). From an integer the result is the length byte.
+ * LONG is 32 bits on every platform.
+ */
+LONG OXLAPI NumToLong(tagNUMBER* n);
+DWORD OXLAPI NumToDWord(tagNUMBER* n);
+WORD OXLAPI NumToWord(tagNUMBER* n);
+LONG OXLAPI NumToLongReply(tagNUMBER* n, LONG* reply);
+DWORD OXLAPI NumToDWordReply(tagNUMBER* n, LONG* reply);
+WORD OXLAPI NumToWordReply(tagNUMBER* n, LONG* reply);
+int OXLAPI NumLongToNumber(tagNUMBER* out, LONG value);
+int OXLAPI NumDWordToNumber(tagNUMBER* out, DWORD value);
+int OXLAPI NumWordToNumber(tagNUMBER* out, WORD value);
+/* Null or an invalid length gives the null double. */
+void OXLAPI NumToDouble(tagNUMBER* n, double* out);
+/* As NumToDouble, but a length byte of 0 gives 0.0. */
+void OXLAPI NumToDoubleNotNull(tagNUMBER* n, double* out);
+/* CY is read as a plain 64-bit integer, unscaled. Both write padded records. */
+void OXLAPI NumLLongToNumber(tagNUMBER* out, CY* in);
+void OXLAPI NumToLLong(CY* out, tagNUMBER* in, LONG* reply);
+void OXLAPI NumDECIMALToNumber(tagNUMBER* out, DECIMAL* in);
+/* At most 28 decimal places, cut; `out` is left alone when the value can't
+ * be placed at all (reply 1). */
+void OXLAPI NumToDECIMAL(DECIMAL* out, tagNUMBER* in, LONG* reply);
+
+/*
+ * Text, plain ASCII with "." as the point.
+ *
+ * NumAsciiToNumber reads a number at the start of `text` (after white space):
+ * decimal, scientific ("1.5e-3") or hexadecimal ("0x1F"). The result is the
+ * count of characters consumed, 0 for no number, -1 for too large, -2 for
+ * too small; `out` is null unless a number was read. At most 47 significant
+ * digits are read, unrounded, before the record's own rounding.
+ */
+int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text);
+/* A hexadecimal integer (optional sign and 0x); never fails, text without
+ * digits gives zero. The count of characters consumed. */
+int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, char* text);
+/* At most `width` characters (sign included) and a NUL; the buffer needs
+ * width + 1 bytes (3 more below a width of 6, where a small fraction can
+ * show as the zeros behind its point alone). Fixed or scientific form, whichever shows the value in the
+ * width; the text's length, or 0 when not even one digit fits (6 places
+ * always fit a value, 7 a negative one). Null gives "" and 0. */
+int OXLAPI NumToAscii(tagNUMBER* n, char* buffer, WORD width);
+/* NumWordToNumber with its arguments the other way round; returns out. */
+tagNUMBER* OXLAPI NumGet(WORD value, tagNUMBER* out);
+/* A double to a record through its text of 15 significant digits: 1, or 0
+ * when the value lies outside the format's range. The null double gives a
+ * null record. */
+int OXLAPI NumDoubleToNumber(tagNUMBER* out, double value);
+/* The text of a double (15 significant digits, "." as the point) that
+ * NumDoubleToNumber reads back; sets the process's numeric locale to "C". */
+char* OXLAPI FMTgcvt(double value, char* buffer);
 
 OXL_EXTERN_C_END
 

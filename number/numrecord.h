@@ -33,4 +33,40 @@ int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent);
 // length for the caller to store in the length byte. `digits` is modified.
 int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord);
 
+// A record unpacked: digit values without trailing zeros, E, the sign.
+struct NumpOperand {
+    BYTE digits[24];
+    int count;
+    int exponent;
+    int negative;
+};
+
+// Unpacks `n` taking `length` as its data length (the caller chooses the
+// reading of the length byte).
+inline NumpOperand NumpRead(const tagNUMBER* n, int length) {
+    NumpOperand u;
+    u.count = length;
+    u.negative = NumpUnpack(u.digits, n->abData, &u.count, &u.exponent);
+    return u;
+}
+
+// The integer part of an unpacked value for the conversions to integers:
+// how many of its digits stand before the point (the fraction is dropped)
+// and how many zero digits follow them up to the point.
+struct NumpIntegerPart {
+    int counted;
+    int zeros;
+};
+inline NumpIntegerPart NumpIntegerOf(const NumpOperand& x) {
+    int whole = x.exponent - NUM_EXP_BIAS;
+    if (whole - x.count >= 0) return {x.count, whole - x.count};
+    return {whole < 1 ? 0 : whole, 0};
+}
+
+// Packs into `out` (unpadded) and stores the length byte, which it returns.
+inline int NumpWrite(tagNUMBER* out, BYTE* digits, int count, int negative, int exponent) {
+    out->bLength = BYTE(NumpPack(out->abData, digits, count, negative, exponent, 0));
+    return out->bLength;
+}
+
 #endif

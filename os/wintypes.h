@@ -13,6 +13,7 @@
 #define WIN32_LEAN_AND_MEAN
 #endif
 #include <windows.h>
+#include <wtypes.h> /* CY and DECIMAL, the OLE currency and decimal records */
 #else
 #include <pthread.h>
 #include <stddef.h>
@@ -40,6 +41,40 @@ typedef HANDLE HMODULE;
 typedef HANDLE HGLOBAL;
 typedef HANDLE HLOCAL;
 typedef HANDLE HWND;
+
+typedef int64_t LONGLONG;
+typedef uint64_t ULONGLONG;
+
+/* The OLE currency and decimal records, laid out as on Windows (checked in
+ * number/number.h). Anonymous members as in the Windows headers. */
+#pragma pack(push, 1)
+typedef union tagCY {
+    struct {
+        DWORD Lo;
+        LONG Hi;
+    };
+    LONGLONG int64;
+} CY;
+
+typedef struct tagDEC {
+    WORD wReserved;
+    union {
+        struct {
+            BYTE scale; /* decimal places, 0 to 28 */
+            BYTE sign;  /* 0x80 negative */
+        };
+        WORD signscale;
+    };
+    DWORD Hi32;
+    union {
+        struct {
+            DWORD Lo32;
+            DWORD Mid32;
+        };
+        ULONGLONG Lo64;
+    };
+} DECIMAL;
+#pragma pack(pop)
 
 typedef struct _SYSTEMTIME {
     WORD wYear, wMonth, wDayOfWeek, wDay;

@@ -433,7 +433,21 @@ int WINAPI strCmpI(LPCSTR a, LPCSTR b) {
 // ---- C run-time, profile store, files ------------------------------------
 
 double crtAtof(const char* s) { return std::atof(s); }
-char* crtGcvt(double v, int digits, char* buf) { return gcvt(v, digits, buf); }
+// The Windows run-time writes at least three exponent digits ("1e+020");
+// glibc writes two. The text is read back and shown, so make it the same.
+char* crtGcvt(double v, int digits, char* buf) {
+    gcvt(v, digits, buf);
+    char* e = std::strchr(buf, 'e');
+    if (e && (e[1] == '+' || e[1] == '-')) {
+        char* exp = e + 2;
+        size_t n = std::strlen(exp);
+        if (n < 3) {
+            std::memmove(exp + (3 - n), exp, n + 1);
+            std::memset(exp, '0', 3 - n);
+        }
+    }
+    return buf;
+}
 char* crtSetlocale(int cat, const char* loc) { return std::setlocale(cat, loc); }
 
 // An empty profile store: every key reads as its default and nothing is kept.

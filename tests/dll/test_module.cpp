@@ -96,9 +96,31 @@ TEST(Module, ExportsEveryNameUndecorated) {
           "MemCheck", "MemCheckAll", "ARYArrayAlloc", "ARYArrayFree", "ARYArrayLock", "ARYArrayUnlock",
           "ARYArraySize", "ARYArrayInsert", "ARYArrayDelete", "ListCreateHeader", "ListAppendNode", "ListDeleteNode",
           "ListIndexNode", "ListDestroyList", "AssertBox", "VERGetVersionString", "VERGetBuildString", "NumCreateSmall", "NumNegate", "NumCompare",
-          "NumIsZero", "NumNullToZero", "NumIsNullDouble", "NumNullDouble", "IntlInit", "IntlDBCSEnabled",
+          "NumIsZero", "NumNullToZero", "NumIsNullDouble", "NumNullDouble", "NumAddition", "NumSubtract",
+          "NumMultiply", "NumDivide", "NumRound", "NumTruncate", "NumPower10", "DateCompare",
+          "NumToLong", "NumToDWord", "NumToWord", "NumToLongReply", "NumToDWordReply", "NumToWordReply",
+          "NumLongToNumber", "NumDWordToNumber", "NumWordToNumber", "NumToDouble", "NumToDoubleNotNull",
+          "NumLLongToNumber", "NumToLLong", "NumDECIMALToNumber", "NumToDECIMAL", "NumAsciiToNumber",
+          "NumHexAsciiToNumber", "NumToAscii", "NumGet", "NumDoubleToNumber", "FMTgcvt", "IntlInit", "IntlDBCSEnabled",
           "IntlIsBiDiEnabled"})
         EXPECT_NE(m.Find(name), nullptr) << "export " << name;
+}
+
+// A host's round of the number family through the exports: text in,
+// arithmetic, text out.
+TEST(Module, NumbersThroughTheExports) {
+    Module m;
+    ASSERT_TRUE(m.Loaded());
+    tagNUMBER a, b, q;
+    char one[] = "1", three[] = "  3e0", text[32];
+    EXPECT_EQ(FN(m, NumAsciiToNumber)(&a, one), 1);
+    EXPECT_EQ(FN(m, NumAsciiToNumber)(&b, three), 5);
+    EXPECT_EQ(FN(m, NumDivide)(&q, &a, &b), 24);
+    EXPECT_EQ(FN(m, NumToAscii)(&q, text, 10), 10);
+    EXPECT_STREQ(text, ".333333333");
+    LONG reply = 7;
+    EXPECT_EQ(FN(m, NumToLongReply)(&b, &reply), 3);
+    EXPECT_EQ(reply, 0);
 }
 
 TEST(Module, LoadsUnloadsAndLoadsAgainWithTheSameSlots) {

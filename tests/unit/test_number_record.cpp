@@ -2,6 +2,7 @@
 // negation, comparison, zero and null. Records are written as hex strings,
 // length byte first, so a failure shows the bytes that came back.
 #include "number/numrecord.h"
+#include "number_reference.h"
 
 #include <gtest/gtest.h>
 
@@ -13,27 +14,7 @@
 
 namespace {
 
-std::string hex(const tagNUMBER& n, int bytes = -1) {
-    if (bytes < 0) bytes = 1 + (n.bLength & 0x3F);
-    if (bytes > 25) bytes = 25;
-    std::string s;
-    char b[4];
-    for (int i = 0; i < bytes; ++i) {
-        std::snprintf(b, sizeof b, i ? " %02X" : "%02X", reinterpret_cast<const BYTE*>(&n)[i]);
-        s += b;
-    }
-    return s;
-}
-
-int bytesIn(const char* hexText) { return int(std::strlen(hexText) + 1) / 3; }
-
-tagNUMBER fromHex(const std::string& text) {
-    tagNUMBER n;
-    std::memset(&n, 0xEE, sizeof n); // bytes past the length are not ours to read
-    BYTE* p = reinterpret_cast<BYTE*>(&n);
-    for (size_t i = 0; i + 1 < text.size() + 1; i += 3) p[i / 3] = BYTE(std::stoul(text.substr(i, 2), nullptr, 16));
-    return n;
-}
+using namespace numtest;
 
 // Base-100 digits of a decimal text, worked out here without the library:
 // the integer part in pairs leftwards from the point, the fraction rightwards.

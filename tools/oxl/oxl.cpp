@@ -7,13 +7,16 @@
 //   oxl compare A B          NumCompare of two small integers
 //   oxl env                  the character environment settled at load
 //   oxl version              the library's product and file versions
+//   oxl calc "A op B"        one operation (+ - * /) on two decimal numbers
 #include "core/diag.h"
 #include "intl/intl.h"
 #include "number/number.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <string>
 
 #ifdef _WIN32
@@ -94,6 +97,56 @@ int cmdCompare(int argc, char** argv) {
     return 0;
 }
 
+// The text of a record in 48 characters: every digit of a record fits, and
+// values far from 1 go to the scientific form.
+std::string text(tagNUMBER& n) {
+    char buffer[49];
+    NumToAscii(&n, buffer, 48);
+    return buffer;
+}
+
+// Reads a number where *p points and moves past it.
+bool readNumber(const char** p, tagNUMBER* n, const char* what) {
+    int r = NumAsciiToNumber(n, const_cast<char*>(*p));
+    if (r <= 0) {
+        std::fprintf(stderr, "oxl: %s: %s\n", what,
+                     r == 0 ? "no number" : r == -1 ? "too large for a NUMBER" : "too small for a NUMBER");
+        return false;
+    }
+    *p += r;
+    return true;
+}
+
+int cmdCalc(int argc, char** argv) {
+    std::string expr;
+    for (int i = 0; i < argc; ++i) expr += std::string(i ? " " : "") + argv[i];
+    const char* p = expr.c_str();
+    tagNUMBER a, b, out;
+    if (!readNumber(&p, &a, "first operand")) return 2;
+    while (*p == ' ') ++p;
+    static const struct {
+        char op;
+        int(OXLAPI* run)(tagNUMBER*, tagNUMBER*, tagNUMBER*);
+    } kOps[] = {{'+', NumAddition}, {'-', NumSubtract}, {'*', NumMultiply}, {'/', NumDivide}};
+    auto op = std::find_if(std::begin(kOps), std::end(kOps), [&](const auto& o) { return o.op == *p; });
+    if (op == std::end(kOps)) {
+        std::fprintf(stderr, "oxl: expected one of + - * / after the first operand\n");
+        return 2;
+    }
+    ++p;
+    if (!readNumber(&p, &b, "second operand")) return 2;
+    while (*p == ' ') ++p;
+    if (*p) {
+        std::fprintf(stderr, "oxl: unexpected '%s' after the second operand\n", p);
+        return 2;
+    }
+    op->run(&out, &a, &b);
+    std::printf("  %-48s %s\n", text(a).c_str(), hex(a).c_str());
+    std::printf("%c %-48s %s\n", op->op, text(b).c_str(), hex(b).c_str());
+    std::printf("= %-48s %s\n", text(out).c_str(), hex(out).c_str());
+    return 0;
+}
+
 int cmdEnv(int, char**) {
     std::printf("double-byte path: %s\nright-to-left:    %s\n", IntlDBCSEnabled() ? "on" : "off",
                 IntlIsBiDiEnabled() ? "yes" : "no");
@@ -142,19 +195,20 @@ struct Command {
     int (*run)(int argc, char** argv);
 };
 constexpr Command kCommands[] = {
-    {"tour", cmdTour}, {"small", cmdSmall}, {"negate", cmdNegate}, {"compare", cmdCompare}, {"env", cmdEnv},
-    {"version", cmdVersion},
+    {"tour", cmdTour},       {"small", cmdSmall}, {"negate", cmdNegate},     {"compare", cmdCompare},
+    {"env", cmdEnv},         {"calc", cmdCalc},   {"version", cmdVersion},
 };
 
 int usage() {
     std::fprintf(stderr,
-                 "usage: oxl tour | small N... | negate N | compare A B | env | version\n"
+                 "usage: oxl tour | small N... | negate N | compare A B | env | calc \"A op B\" | version\n"
                  "  tour     a short walk through what the library does\n"
                  "  small    the records of small integers, byte by byte\n"
                  "  negate   a record and its negation\n"
                  "  compare  NumCompare of two small integers\n"
                  "  env      the character environment settled at load\n"
-                 "  version  the library's product and file versions\n");
+                 "  version  the library's product and file versions\n"
+                 "  calc     one operation (+ - * /) on two decimal numbers, e.g. \"1/3\"\n");
     return 2;
 }
 
