@@ -18,6 +18,24 @@ int roundToLimit(BYTE* digits, int limit, int* exponent) {
     return 1;
 }
 
+// Digit values above 99 come only from records whose bytes were never a
+// normal record (NumpUnpack does not validate). Carrying the excess forward
+// keeps the value NumpUnpack read and makes the record normal again; a carry
+// out of the front digit takes the last digit's place.
+void carryOversizedDigits(BYTE* digits, int count, int* exponent) {
+    int carry = 0;
+    for (int i = count - 1; i >= 0; --i) {
+        int v = digits[i] + carry;
+        digits[i] = BYTE(v % 100);
+        carry = v / 100;
+    }
+    if (carry) {
+        for (int i = count - 1; i > 0; --i) digits[i] = digits[i - 1];
+        digits[0] = BYTE(carry);
+        ++*exponent;
+    }
+}
+
 } // namespace
 
 int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent) {
@@ -44,6 +62,12 @@ int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent) {
 }
 
 int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord) {
+    for (int i = 0; i < count; ++i) {
+        if (digits[i] > 99) {
+            carryOversizedDigits(digits, count, &exponent);
+            break;
+        }
+    }
     int first = 0;
     while (first < count && digits[first] == 0) {
         ++first;

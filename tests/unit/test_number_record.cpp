@@ -148,6 +148,11 @@ TEST(NumpPack, RoundsHalfUpOnTheMagnitudeAndClamps) {
         {{12, 34}, 130, false, "03 FC 0C 22"},
         {{12, 34}, -10, false, "03 84 0C 22"},
         {{12}, 200, true, "03 03 58 65"},
+        // digit values above 99 (from bytes that were never a normal record)
+        // carry forward; a carry out of the front takes the last digit's place
+        {{1, 23, 214, 67, 80}, 67, false, "06 C3 01 19 0E 43 50"},
+        {{255, 7}, 64, false, "03 C1 02 37"},
+        {{101}, 64, true, "03 3E 63 65"},
     };
     for (const Case& c : cases) {
         Digits d{c.digits, c.exponent, c.negative};
@@ -195,6 +200,12 @@ TEST(NumNegate, Records) {
         EXPECT_EQ(NumNegate(&n), c.result) << "NumNegate(" << c.in << ")";
         EXPECT_EQ(hex(n, bytesIn(c.out)), c.out) << "NumNegate(" << c.in << ")";
     }
+}
+
+TEST(NumArithmetic, BytesThatWereNeverARecordGiveANormalResult) {
+    tagNUMBER bad = fromHex("06 C3 01 17 D6 43 50"), null = fromHex("00"), out;
+    NumSubtract(&out, &bad, &null);
+    EXPECT_EQ(hex(out), "06 C3 01 19 0E 43 50") << "NumSubtract(06 C3 01 17 D6 43 50, null)";
 }
 
 TEST(NumNegate, TwiceLosesTheDigitANegativeHasNoRoomFor) {

@@ -1,0 +1,22 @@
+// The operands every benchmark program uses, as text, so that each engine
+// (ours, Boost's cpp_dec_float_50, oleaut32's DECIMAL) reads the same values.
+#ifndef OXL_BENCH_OPERANDS_H
+#define OXL_BENCH_OPERANDS_H
+
+namespace oxlbench {
+
+// A short value with a fraction, and two with 46 significant digits.
+inline constexpr const char* kShort = "12345.678";
+inline constexpr const char* kLong1 = "1234567890123456789012345678901234567890123456";
+inline constexpr const char* kLong2 = "9876543210987654321098765432109876543210987654";
+// The same 46 digits scaled to fit a 96-bit DECIMAL (which keeps 28 or 29 of them).
+inline constexpr const char* kLong1Small = "1.234567890123456789012345678901234567890123456";
+inline constexpr const char* kLong2Small = "9.876543210987654321098765432109876543210987654";
+inline constexpr int kRoundPlaces = 2;
+inline constexpr long kLongValue = 123456789;
+// Room for the widest text of a record; NumToAscii needs width + 1 bytes.
+inline constexpr unsigned short kTextWidth = 40;
+
+} // namespace oxlbench
+
+#endif
