@@ -71,7 +71,10 @@ TEST(Module, ExportsEveryNameUndecorated) {
          {"CR_LockCount", "CR_Unwind", "CR_Rewind", "gCRMainSect", "gpCRSECTMain", "TLS_AllocIndex", "TLS_FreeIndex",
           "TLS_GetItem", "TLS_SetItem", "TLS_Free", "TLS_FreeAll", "NumCreateSmall", "NumNegate", "NumCompare",
           "NumIsZero", "NumNullToZero", "NumIsNullDouble", "NumNullDouble", "IntlInit", "IntlDBCSEnabled",
-          "IntlIsBiDiEnabled"})
+          "IntlIsBiDiEnabled", "IntlIsDBChar", "IntlBytesInNextChar", "IntlNextDBCInStr", "IntlIsNthCharDB",
+          "IntlIsNthByteDB", "IntlStrNthChar", "IntlStrFirstChar", "IntlStrLastChar", "IntlDBCSBlank", "IntlDBCSChar",
+          "IntlCharIsHexDigit", "IntlStripStartSpace", "IntlStripStartBlank", "IntlStrIsNextChSpace", "IntlIsKanji",
+          "IntlIsKatakana", "IntlStrJapanFull", "IntlStrJapanHalf", "IntlStrLen", "IntlStrLenB", "IntlStrLeft", "IntlStrRight", "IntlStrMid", "IntlStrLeftB", "IntlStrRightB", "IntlStrMidB", "IntlStrReplace", "IntlStrReplaceB", "IntlStrnCpy", "IntlStrUpper", "IntlStrLower", "IntlStrProper", "IntlStrTrim", "IntlStrTrimTrailing", "IntlStripEndSpace", "IntlStrStripSpace", "IntlIsStrEqual", "IntlIsStrnEqual"})
         EXPECT_NE(m.Find(name), nullptr) << "export " << name;
 }
 
