@@ -97,6 +97,35 @@ void OXLAPI IntlStrStripSpace(char* s);
 int OXLAPI IntlIsStrEqual(char* a, char* b);
 int OXLAPI IntlIsStrnEqual(char* a, char* b, WORD n);
 
+/* ---- tokens and scans ----
+ * The tokenisers skip the bytes of `skip`, demand the low byte of `lead`
+ * when it is not 0, and copy the token up to the first byte of `delims` into
+ * out (outSize bytes; 0 or below: no limit). They give the index in input
+ * just behind the token, or 0 when no token could be made (out untouched).
+ * A delimiter is never found inside a double-byte character. */
+
+int OXLAPI IntlStrGetToken(char* out, char* input, char* skip, char* delims, WORD lead, int outSize);
+/* Delimiters inside parentheses do not count. */
+int OXLAPI IntlStrGetTokenNestedParens(char* out, char* input, char* skip, char* delims, WORD lead, int outSize);
+/* Delimiters between a pair of `quote` bytes do not count; the quotes stay. */
+int OXLAPI IntlStrGetTokenQuoted(char* out, char* input, char* skip, char* delims, WORD lead, BYTE quote,
+                                 int outSize);
+/* *token = input; the length from input to the first delimiter behind the skipped bytes. */
+int OXLAPI IntlStrGetTokenPtr(char** token, char* input, char* skip, char* delims);
+/* The first character of value c in s (0 finds the terminator), or null. */
+char* OXLAPI IntlStrChr(char* s, WORD c);
+/* The first character of s that is in set, or null. */
+char* OXLAPI IntlStrSearch(char* s, char* set);
+/* Where pattern matches in s, in the manner of LIKE without case: % any run,
+ * _ one character, \ makes the next one literal. An index (bytes on the
+ * single-byte path, characters on the double-byte path), or -1. */
+int OXLAPI IntlStrScan(char* s, char* pattern);
+/* A signed 32-bit integer behind white space: bytes consumed, or 0. */
+int OXLAPI IntlFetchNextNumLong(long* out, char* text);
+/* A decimal number with fraction and exponent: bytes consumed, 0 for none,
+ * -1 for one over 99 bytes or one that underflows. */
+int OXLAPI IntlFetchNextNumDouble(double* out, char* text);
+
 OXL_EXTERN_C_END
 
 #endif

@@ -74,7 +74,7 @@ TEST(Module, ExportsEveryNameUndecorated) {
           "IntlIsBiDiEnabled", "IntlIsDBChar", "IntlBytesInNextChar", "IntlNextDBCInStr", "IntlIsNthCharDB",
           "IntlIsNthByteDB", "IntlStrNthChar", "IntlStrFirstChar", "IntlStrLastChar", "IntlDBCSBlank", "IntlDBCSChar",
           "IntlCharIsHexDigit", "IntlStripStartSpace", "IntlStripStartBlank", "IntlStrIsNextChSpace", "IntlIsKanji",
-          "IntlIsKatakana", "IntlStrJapanFull", "IntlStrJapanHalf", "IntlStrLen", "IntlStrLenB", "IntlStrLeft", "IntlStrRight", "IntlStrMid", "IntlStrLeftB", "IntlStrRightB", "IntlStrMidB", "IntlStrReplace", "IntlStrReplaceB", "IntlStrnCpy", "IntlStrUpper", "IntlStrLower", "IntlStrProper", "IntlStrTrim", "IntlStrTrimTrailing", "IntlStripEndSpace", "IntlStrStripSpace", "IntlIsStrEqual", "IntlIsStrnEqual"})
+          "IntlIsKatakana", "IntlStrJapanFull", "IntlStrJapanHalf", "IntlStrLen", "IntlStrLenB", "IntlStrLeft", "IntlStrRight", "IntlStrMid", "IntlStrLeftB", "IntlStrRightB", "IntlStrMidB", "IntlStrReplace", "IntlStrReplaceB", "IntlStrnCpy", "IntlStrUpper", "IntlStrLower", "IntlStrProper", "IntlStrTrim", "IntlStrTrimTrailing", "IntlStripEndSpace", "IntlStrStripSpace", "IntlIsStrEqual", "IntlIsStrnEqual", "IntlStrGetToken", "IntlStrGetTokenNestedParens", "IntlStrGetTokenQuoted", "IntlStrGetTokenPtr", "IntlStrChr", "IntlStrSearch", "IntlStrScan", "IntlFetchNextNumLong", "IntlFetchNextNumDouble"})
         EXPECT_NE(m.Find(name), nullptr) << "export " << name;
 }
 
