@@ -38,6 +38,10 @@ TEST(IntlChars, SingleBytePathHasNoDoubleByteCharacters) {
     EXPECT_EQ(IntlDBCSBlank(), 0);
     EXPECT_EQ(IntlStrNthChar(s, 7), s + 7) << "seven one-byte characters";
     EXPECT_EQ(IntlNextDBCInStr(s), nullptr);
+    EXPECT_EQ(IntlDBCSChar(nullptr), 0);
+    EXPECT_EQ(IntlStrLastChar(nullptr), 0);
+    EXPECT_EQ(IntlStrNthChar(nullptr, 0), nullptr);
+    EXPECT_EQ(IntlBytesInNextChar(s + 7), 0) << "at the terminator";
 }
 
 // A lead byte just before the terminator is one single-byte character.
@@ -57,30 +61,6 @@ TEST(IntlChars, TrailingHalfIsASingleByte) {
         EXPECT_EQ(IntlStrNthChar(s, 3), nullptr) << l.name;
         EXPECT_EQ(IntlStripStartSpace(s + 1), s + 1) << l.name;
     }
-}
-
-TEST(IntlChars, ValuesOfCharacters) {
-    IntlUnder env(kJapanese);
-    const struct {
-        const char* text;
-        WORD value;
-        short first;
-    } cases[] = {
-        {"\x88\x9F", 0x889F, short(0x889F)}, {"a", 0x61, 0x61}, {"\xB1", 0xB1, short(0xFFB1)},
-        {"", 0, 0},
-    };
-    for (const auto& c : cases) {
-        std::string s = c.text;
-        EXPECT_EQ(IntlDBCSChar(s.data()), c.value) << "IntlDBCSChar(" << Hex(s) << ")";
-        EXPECT_EQ(IntlStrFirstChar(s.data()), c.first) << "IntlStrFirstChar(" << Hex(s) << ")";
-        EXPECT_EQ(IntlStrLastChar(s.data()), c.first) << "IntlStrLastChar(" << Hex(s) << ")";
-    }
-    EXPECT_EQ(IntlDBCSChar(nullptr), 0);
-    EXPECT_EQ(IntlStrFirstChar(nullptr), 0);
-    EXPECT_EQ(IntlStrLastChar(nullptr), 0);
-    EXPECT_EQ(IntlStrNthChar(nullptr, 0), nullptr);
-    EXPECT_EQ(IntlNextDBCInStr(nullptr), nullptr);
-    EXPECT_EQ(IntlBytesInNextChar(const_cast<char*>("")), 0);
 }
 
 TEST(IntlChars, HexDigitsAreTestedOnTheWholeValue) {

@@ -177,20 +177,4 @@ TEST(IntlStrings, InPlaceAndNullArguments) {
     }
 }
 
-TEST(IntlStrings, Comparing) {
-    const struct {
-        const char *a, *b;
-        WORD n;
-        int equal, equalN;
-    } cases[] = {
-        {"abc", "abc", 3, 1, 1}, {"abc", "abC", 2, 0, 1}, {"abc", "ab", 3, 0, 0}, {"", "", 0, 1, 1},
-        {"ab", "abc", 2, 0, 1},  {K, K, 2, 1, 1},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(IntlIsStrEqual((char*)c.a, (char*)c.b), c.equal) << "IntlIsStrEqual(" << Hex(c.a) << ", " << Hex(c.b) << ")";
-        EXPECT_EQ(IntlIsStrnEqual((char*)c.a, (char*)c.b, c.n), c.equalN)
-            << "IntlIsStrnEqual(" << Hex(c.a) << ", " << Hex(c.b) << ", " << c.n << ")";
-    }
-}
-
 } // namespace
