@@ -27,7 +27,7 @@ char* endOfText(char* s, char* keep) {
 int OXLAPI IntlStrTrim(char* dst, char* src) {
     if (!dst) return 0;
     const char* p = IntlpText(src);
-    while (*p && isBlank(p, IntlpStep(p))) p = IntlpStep(p);
+    for (const char* next; *p && isBlank(p, next = IntlpStep(p));) p = next;
     // dst never gets ahead of p: a space is written only for a run passed.
     char* out = dst;
     int count = 0;
