@@ -9,9 +9,10 @@ namespace oxlbench {
 inline constexpr const char* kShort = "12345.678";
 inline constexpr const char* kLong1 = "1234567890123456789012345678901234567890123456";
 inline constexpr const char* kLong2 = "9876543210987654321098765432109876543210987654";
-// The same 46 digits scaled to fit a 96-bit DECIMAL (which keeps 28 or 29 of them).
-inline constexpr const char* kLong1Small = "1.234567890123456789012345678901234567890123456";
-inline constexpr const char* kLong2Small = "9.876543210987654321098765432109876543210987654";
+// The longest operands a 96-bit DECIMAL takes from text: the first 28 of
+// those digits, scaled down (oleaut32 refuses more digits than it keeps).
+inline constexpr const char* kLong1Decimal = "1.234567890123456789012345678";
+inline constexpr const char* kLong2Decimal = "9.876543210987654321098765432";
 inline constexpr int kRoundPlaces = 2;
 inline constexpr long kLongValue = 123456789;
 // Room for the widest text of a record; NumToAscii needs width + 1 bytes.

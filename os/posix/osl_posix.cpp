@@ -8,6 +8,7 @@
 // the library (local memory, files) answer with the Win32 failure values.
 #include "../osl.h"
 #include "../../core/libstate.h"
+#include "../codepage.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -383,31 +384,19 @@ int WINAPI messageBox(HWND, LPCSTR text, LPCSTR caption, UINT) {
 }
 HWND WINAPI activeWindow() { return nullptr; }
 
-// ---- the ANSI code page (single-byte pages) --------------------------------
+// ---- the ANSI code page --------------------------------------------------
+// The page follows the locale (see above); os/codepage.cpp knows its lead bytes.
 
 UINT WINAPI acp() { return processLocale().acp; }
-BOOL WINAPI leadByte(BYTE) { return 0; }
-LPSTR WINAPI charNext(LPCSTR s) { return const_cast<LPSTR>(*s ? s + 1 : s); }
-LPSTR WINAPI charNextEx(WORD, LPCSTR s, DWORD) { return charNext(s); }
-LPSTR WINAPI charPrevEx(WORD, LPCSTR start, LPCSTR cur, DWORD) { return const_cast<LPSTR>(cur > start ? cur - 1 : start); }
-char upper1252(char c) {
-    unsigned char u = static_cast<unsigned char>(c);
-    if ((u >= 'a' && u <= 'z') || (u >= 0xE0 && u <= 0xFE && u != 0xF7)) return char(u - 0x20);
-    return c;
+UINT pageOf(WORD codePage) { return codePage ? codePage : acp(); } // 0 is CP_ACP
+BOOL WINAPI leadByte(BYTE b) { return OslCodePageLeadByte(acp(), b); }
+LPSTR WINAPI charNext(LPCSTR s) { return const_cast<LPSTR>(OslCodePageNext(acp(), s)); }
+LPSTR WINAPI charNextEx(WORD cp, LPCSTR s, DWORD) { return const_cast<LPSTR>(OslCodePageNext(pageOf(cp), s)); }
+LPSTR WINAPI charPrevEx(WORD cp, LPCSTR start, LPCSTR cur, DWORD) {
+    return const_cast<LPSTR>(OslCodePagePrev(pageOf(cp), start, cur));
 }
-char lower1252(char c) {
-    unsigned char u = static_cast<unsigned char>(c);
-    if ((u >= 'A' && u <= 'Z') || (u >= 0xC0 && u <= 0xDE && u != 0xD7)) return char(u + 0x20);
-    return c;
-}
-DWORD WINAPI upperBuff(LPSTR s, DWORD n) {
-    for (DWORD i = 0; i < n; ++i) s[i] = upper1252(s[i]);
-    return n;
-}
-DWORD WINAPI lowerBuff(LPSTR s, DWORD n) {
-    for (DWORD i = 0; i < n; ++i) s[i] = lower1252(s[i]);
-    return n;
-}
+DWORD WINAPI upperBuff(LPSTR s, DWORD n) { return OslCodePageUpperBuff(acp(), s, n); }
+DWORD WINAPI lowerBuff(LPSTR s, DWORD n) { return OslCodePageLowerBuff(acp(), s, n); }
 LPSTR WINAPI charUpper(LPSTR s) {
     upperBuff(s, DWORD(std::strlen(s)));
     return s;
@@ -416,15 +405,19 @@ LPSTR WINAPI charLower(LPSTR s) {
     lowerBuff(s, DWORD(std::strlen(s)));
     return s;
 }
-BOOL WINAPI isAlpha(CHAR c) { return upper1252(c) != lower1252(c) || static_cast<unsigned char>(c) == 0xDF; }
+BOOL WINAPI isAlpha(CHAR c) {
+    UINT cp = acp();
+    return OslCodePageUpperChar(cp, c) != OslCodePageLowerChar(cp, c) || (cp == 1252 && BYTE(c) == 0xDF);
+}
 BOOL WINAPI isAlnum(CHAR c) { return isAlpha(c) || (c >= '0' && c <= '9'); }
 int WINAPI strCmp(LPCSTR a, LPCSTR b) {
     int r = std::strcmp(a, b);
     return (r > 0) - (r < 0);
 }
 int WINAPI strCmpI(LPCSTR a, LPCSTR b) {
+    UINT cp = acp();
     for (;; ++a, ++b) {
-        unsigned char x = static_cast<unsigned char>(lower1252(*a)), y = static_cast<unsigned char>(lower1252(*b));
+        BYTE x = BYTE(OslCodePageLowerChar(cp, *a)), y = BYTE(OslCodePageLowerChar(cp, *b));
         if (x != y) return x < y ? -1 : 1;
         if (!x) return 0;
     }

@@ -1,6 +1,8 @@
 #include "scripted_osl.h"
 
 #include "core/crsect.h"
+#include "os/codepage.h"
+
 
 #include <atomic>
 #include <cstring>
@@ -114,6 +116,30 @@ LANGID WINAPI scriptedLang() { return sSystem.lang; }
 LCID WINAPI scriptedLcid() { return sSystem.lcid; }
 DWORD scriptedPlatform() { return sSystem.platform; }
 
+struct TextScript {
+    OslTextService table;
+    UINT page;
+} sText;
+
+UINT pageOf(WORD codePage) { return codePage ? codePage : sText.page; }
+UINT WINAPI scriptedAcp() { return sText.page; }
+BOOL WINAPI scriptedLead(BYTE b) { return OslCodePageLeadByte(sText.page, b); }
+LPSTR WINAPI scriptedNext(LPCSTR s) { return const_cast<LPSTR>(OslCodePageNext(sText.page, s)); }
+LPSTR WINAPI scriptedNextEx(WORD cp, LPCSTR s, DWORD) { return const_cast<LPSTR>(OslCodePageNext(pageOf(cp), s)); }
+LPSTR WINAPI scriptedPrevEx(WORD cp, LPCSTR start, LPCSTR cur, DWORD) {
+    return const_cast<LPSTR>(OslCodePagePrev(pageOf(cp), start, cur));
+}
+DWORD WINAPI scriptedUpperBuff(LPSTR s, DWORD n) { return OslCodePageUpperBuff(sText.page, s, n); }
+DWORD WINAPI scriptedLowerBuff(LPSTR s, DWORD n) { return OslCodePageLowerBuff(sText.page, s, n); }
+LPSTR WINAPI scriptedUpper(LPSTR s) {
+    scriptedUpperBuff(s, DWORD(std::strlen(s)));
+    return s;
+}
+LPSTR WINAPI scriptedLower(LPSTR s) {
+    scriptedLowerBuff(s, DWORD(std::strlen(s)));
+    return s;
+}
+
 } // namespace
 
 ScriptedHeap::ScriptedHeap(int failFrom) : m_saved(gOsl.memory) {
@@ -177,3 +203,18 @@ ScriptedVersion::~ScriptedVersion() { gOsl.system = m_saved; }
 HMODULE ScriptedVersion::AskedModule() const { return sVersion.module; }
 const std::string& ScriptedVersion::AskedFile() const { return sVersion.file; }
 const std::vector<std::string>& ScriptedVersion::AskedPaths() const { return sVersion.paths; }
+ScriptedText::ScriptedText(UINT codePage) : m_saved(gOsl.text) {
+    sText.table = *m_saved;
+    sText.table.GetACP = scriptedAcp;
+    sText.table.IsDBCSLeadByte = scriptedLead;
+    sText.table.CharNextA = scriptedNext;
+    sText.table.CharNextExA = scriptedNextEx;
+    sText.table.CharPrevExA = scriptedPrevEx;
+    sText.table.CharUpperA = scriptedUpper;
+    sText.table.CharLowerA = scriptedLower;
+    sText.table.CharUpperBuffA = scriptedUpperBuff;
+    sText.table.CharLowerBuffA = scriptedLowerBuff;
+    sText.page = codePage;
+    gOsl.text = &sText.table;
+}
+ScriptedText::~ScriptedText() { gOsl.text = m_saved; }

@@ -77,4 +77,15 @@ private:
     const OslWindowService* m_saved;
 };
 
+// The ANSI code page: lead bytes, stepping and case of a chosen page (932,
+// 936, 949 and 950 are double-byte), whatever the system's own page is.
+class ScriptedText {
+public:
+    explicit ScriptedText(UINT codePage);
+    ~ScriptedText();
+
+private:
+    const OslTextService* m_saved;
+};
+
 #endif

@@ -8,11 +8,15 @@
 //   oxl env                  the character environment settled at load
 //   oxl version              the library's product and file versions
 //   oxl calc "A op B"        one operation (+ - * /) on two decimal numbers
+//   oxl chars TEXT           how TEXT splits into characters, and how the
+//                            cutting functions cut it (\xHH in TEXT is a byte;
+//                            LC_ALL=ja_JP.UTF-8 gives a Japanese system)
 #include "core/diag.h"
 #include "intl/intl.h"
 #include "number/number.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -174,6 +178,59 @@ int cmdVersion(int, char**) {
     return 0;
 }
 
+// TEXT with each \xHH replaced by the byte HH.
+std::string unescape(const char* text) {
+    std::string out;
+    for (const char* p = text; *p; ++p) {
+        if (p[0] == '\\' && p[1] == 'x' && std::isxdigit(BYTE(p[2])) && std::isxdigit(BYTE(p[3]))) {
+            const char digits[3] = {p[2], p[3], '\0'};
+            out += char(std::strtoul(digits, nullptr, 16));
+            p += 3;
+        } else {
+            out += *p;
+        }
+    }
+    return out;
+}
+
+std::string hexBytes(const char* s) {
+    std::string out;
+    char b[4];
+    for (; *s; ++s) {
+        std::snprintf(b, sizeof b, out.empty() ? "%02X" : " %02X", BYTE(*s));
+        out += b;
+    }
+    return "[" + out + "]";
+}
+
+void showCuts(char* text, int n) {
+    char left[256], leftB[256], right[256], rightB[256];
+    IntlStrLeft(left, text, n);
+    IntlStrLeftB(leftB, text, n);
+    IntlStrRight(right, text, n);
+    IntlStrRightB(rightB, text, n);
+    std::printf("%3d  %-26s %-26s %-26s %s\n", n, hexBytes(left).c_str(), hexBytes(leftB).c_str(),
+                hexBytes(right).c_str(), hexBytes(rightB).c_str());
+}
+
+int cmdChars(int argc, char** argv) {
+    if (argc != 1) return 2;
+    std::string text = unescape(argv[0]);
+    if (text.size() > 60) {
+        std::fprintf(stderr, "oxl: at most 60 bytes, please\n");
+        return 2;
+    }
+    std::printf("%s: %d bytes, %d characters (double-byte path %s)\ncharacters:", hexBytes(text.c_str()).c_str(),
+                IntlStrLenB(text.data()), IntlStrLen(text.data()), IntlDBCSEnabled() ? "on" : "off");
+    for (char* p = text.data(); *p; p += IntlBytesInNextChar(p)) {
+        char one[3] = {p[0], IntlBytesInNextChar(p) > 1 ? p[1] : '\0', '\0'};
+        std::printf(" %s", hexBytes(one).c_str());
+    }
+    std::printf("\n\n  n  %-26s %-26s %-26s %s\n", "IntlStrLeft", "IntlStrLeftB", "IntlStrRight", "IntlStrRightB");
+    for (int n = 0; n <= IntlStrLenB(text.data()); ++n) showCuts(text.data(), n);
+    return 0;
+}
+
 int cmdTour(int, char**) {
     std::printf("== NUMBER records: a length byte, an exponent byte, base-100 digits ==\n");
     for (int v : {0, 1, 2, 42, 99, -1, -42, -99, 100, -100}) showSmall(v);
@@ -196,19 +253,22 @@ struct Command {
 };
 constexpr Command kCommands[] = {
     {"tour", cmdTour},       {"small", cmdSmall}, {"negate", cmdNegate},     {"compare", cmdCompare},
-    {"env", cmdEnv},         {"calc", cmdCalc},   {"version", cmdVersion},
+    {"env", cmdEnv},         {"calc", cmdCalc},   {"version", cmdVersion}, {"chars", cmdChars},
 };
 
 int usage() {
     std::fprintf(stderr,
                  "usage: oxl tour | small N... | negate N | compare A B | env | calc \"A op B\" | version\n"
+                 "           | chars TEXT\n"
                  "  tour     a short walk through what the library does\n"
                  "  small    the records of small integers, byte by byte\n"
                  "  negate   a record and its negation\n"
                  "  compare  NumCompare of two small integers\n"
                  "  env      the character environment settled at load\n"
                  "  version  the library's product and file versions\n"
-                 "  calc     one operation (+ - * /) on two decimal numbers, e.g. \"1/3\"\n");
+                 "  calc     one operation (+ - * /) on two decimal numbers, e.g. \"1/3\"\n"
+                 "  chars    how TEXT splits into characters and how the cutting functions\n"
+                 "           cut it; \\xHH is a byte (LC_ALL=ja_JP.UTF-8: a Japanese system)\n");
     return 2;
 }
 
