@@ -2,6 +2,8 @@
 // in base 100. Null operands act as zero; only NumpPack rounds or clamps.
 #include "numrecord.h"
 
+#include <cstdint>
+
 namespace {
 
 // The sum's work area: 24 digit positions, the top's alignment fixing the
@@ -68,21 +70,40 @@ int OXLAPI NumAddition(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) { return addO
 
 int OXLAPI NumSubtract(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) { return addOrSubtract(out, a, b, true); }
 
+namespace {
+// Base-100 digits as base-10^4 limbs from the front (a missing last digit is
+// 0, so the limbs keep the digits' places); returns the limb count.
+int toLimbs(const NumpOperand& v, uint32_t* limbs) {
+    int n = (v.count + 1) / 2;
+    for (int i = 0; i < n; ++i) {
+        int lo = 2 * i + 1 < v.count ? v.digits[2 * i + 1] : 0;
+        limbs[i] = uint32_t(v.digits[2 * i]) * 100 + uint32_t(lo);
+    }
+    return n;
+}
+} // namespace
+
 int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
     NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
     int negative = x.negative != y.negative;
     BYTE product[2 * 24 + 1] = {};
     if (x.count == 0 || y.count == 0) return NumpWrite(out, product, 0, 0, NUM_EXP_BIAS);
 
-    // Schoolbook, from the last digits: product[i + j + 1] gathers x[i] * y[j].
-    for (int i = x.count - 1; i >= 0; --i) {
-        int carry = 0;
-        for (int j = y.count - 1; j >= 0; --j) {
-            int t = product[i + j + 1] + x.digits[i] * y.digits[j] + carry;
-            product[i + j + 1] = BYTE(t % 100);
-            carry = t / 100;
-        }
-        product[i] = BYTE(carry);
+    // Schoolbook on pairs of base-100 digits (limbs of 0..9999), the column
+    // sums gathered first and carried once: the exact product, as digit by
+    // digit would give it, at a quarter of the multiplications. A column
+    // holds at most 12 products below 10^8, well inside 32 bits.
+    uint32_t xl[12], yl[12], columns[24] = {};
+    int nx = toLimbs(x, xl), ny = toLimbs(y, yl);
+    for (int i = 0; i < nx; ++i)
+        for (int j = 0; j < ny; ++j) columns[i + j + 1] += xl[i] * yl[j];
+    uint32_t carry = 0;
+    for (int k = nx + ny - 1; k >= 0; --k) {
+        uint32_t t = columns[k] + carry;
+        uint32_t limb = t % 10000;
+        carry = t / 10000;
+        product[2 * k] = BYTE(limb / 100);
+        product[2 * k + 1] = BYTE(limb % 100);
     }
-    return NumpWrite(out, product, x.count + y.count, negative, x.exponent + y.exponent - NUM_EXP_BIAS);
+    return NumpWrite(out, product, 2 * (nx + ny), negative, x.exponent + y.exponent - NUM_EXP_BIAS);
 }
