@@ -23,16 +23,6 @@ using Dec = boost::multiprecision::cpp_dec_float_50;
 
 // ---- our records -------------------------------------------------------------
 
-tagNUMBER fromText(const char* text) {
-    tagNUMBER n;
-    std::string copy(text);
-    if (NumAsciiToNumber(&n, copy.data()) <= 0) {
-        std::fprintf(stderr, "operand \"%s\" does not read\n", text);
-        std::exit(1);
-    }
-    return n;
-}
-
 struct Records {
     tagNUMBER shortValue, third, one, three, long1, long2;
     Records() {

@@ -33,16 +33,6 @@ LONG gLong = kLongValue;
 Dec dShort, dThird, dOne, dThree, dLong1, dLong2, dOut;
 std::string dText;
 
-tagNUMBER fromText(const char* text) {
-    tagNUMBER n;
-    std::string copy(text);
-    if (NumAsciiToNumber(&n, copy.data()) <= 0) {
-        std::fprintf(stderr, "operand \"%s\" does not read\n", text);
-        std::exit(1);
-    }
-    return n;
-}
-
 void setUp() {
     gShort = fromText(kShort);
     gLong1 = fromText(kLong1);

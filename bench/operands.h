@@ -3,6 +3,12 @@
 #ifndef OXL_BENCH_OPERANDS_H
 #define OXL_BENCH_OPERANDS_H
 
+#include "number/number.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
 namespace oxlbench {
 
 // A short value with a fraction, and two with 46 significant digits.
@@ -17,6 +23,17 @@ inline constexpr int kRoundPlaces = 2;
 inline constexpr long kLongValue = 123456789;
 // Room for the widest text of a record; NumToAscii needs width + 1 bytes.
 inline constexpr unsigned short kTextWidth = 40;
+
+// An operand as our record; an operand that does not read ends the program.
+inline tagNUMBER fromText(const char* text) {
+    tagNUMBER n;
+    std::string copy(text);
+    if (NumAsciiToNumber(&n, copy.data()) <= 0) {
+        std::fprintf(stderr, "operand \"%s\" does not read\n", text);
+        std::exit(1);
+    }
+    return n;
+}
 
 } // namespace oxlbench
 
