@@ -425,7 +425,19 @@ int WINAPI strCmpI(LPCSTR a, LPCSTR b) {
 
 // ---- C run-time, profile store, files ------------------------------------
 
-double crtAtof(const char* s) { return std::atof(s); }
+// The Windows run-time's atof reads decimal and scientific text only; glibc's
+// also takes hexadecimal floats, "inf" and "nan". Those read here as the
+// Windows one reads them (the "0" of "0x", or no number at all), so that both
+// backends give the same text the same value.
+double crtAtof(const char* s) {
+    const char* p = s;
+    while (*p == ' ' || (*p >= '\t' && *p <= '\r')) ++p;
+    bool negative = *p == '-';
+    if (*p == '+' || *p == '-') ++p;
+    if (p[0] == '0' && (p[1] == 'x' || p[1] == 'X')) return negative ? -0.0 : 0.0;
+    if (!((*p >= '0' && *p <= '9') || *p == '.')) return 0.0;
+    return std::strtod(s, nullptr);
+}
 // The Windows run-time writes at least three exponent digits ("1e+020");
 // glibc writes two. The text is read back and shown, so make it the same.
 char* crtGcvt(double v, int digits, char* buf) {

@@ -195,6 +195,8 @@ TEST(IntlTokens, FetchNumbers) {
         {"0.0e5", 5, 0.0}, {".5", 2, 0.5},       {".", 0, 77},    {"1e", 0, 77},         {"1e-999", -1, 77},
         {"-2.5E+2x", 7, -250}, {"12", 2, 12},    {"", 0, 77},     {" 0", -1, 77},        {"+.e", 0, 77},
         {"3.", 2, 3},      {"-0", 2, 0.0},
+        // atof reads no hexadecimal: " 0x77" is a zero that doesn't look like one
+        {" 1x7", 2, 1},    {" 0x77", -1, 77},       {"\t-0X1p4", -1, 77},
     };
     for (const auto& c : doubles) {
         double v = 77;
