@@ -1,5 +1,7 @@
 #include "codepage.h"
 
+#include <cstring>
+
 namespace {
 
 void mapBuff(UINT cp, char* s, DWORD n, char (*map)(UINT, char)) {
@@ -58,4 +60,14 @@ DWORD OslCodePageUpperBuff(UINT cp, char* s, DWORD n) {
 DWORD OslCodePageLowerBuff(UINT cp, char* s, DWORD n) {
     mapBuff(cp, s, n, OslCodePageLowerChar);
     return n;
+}
+
+char* OslCodePageUpper(UINT codePage, char* s) {
+    OslCodePageUpperBuff(codePage, s, DWORD(std::strlen(s)));
+    return s;
+}
+
+char* OslCodePageLower(UINT codePage, char* s) {
+    OslCodePageLowerBuff(codePage, s, DWORD(std::strlen(s)));
+    return s;
 }

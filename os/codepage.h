@@ -23,5 +23,8 @@ char OslCodePageLowerChar(UINT codePage, char c);
 // Case change of the first n bytes, stepping by characters.
 DWORD OslCodePageUpperBuff(UINT codePage, char* s, DWORD n);
 DWORD OslCodePageLowerBuff(UINT codePage, char* s, DWORD n);
+// The same over a whole NUL-terminated text, in place; returns the text.
+char* OslCodePageUpper(UINT codePage, char* s);
+char* OslCodePageLower(UINT codePage, char* s);
 
 #endif

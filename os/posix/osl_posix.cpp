@@ -397,14 +397,8 @@ LPSTR WINAPI charPrevEx(WORD cp, LPCSTR start, LPCSTR cur, DWORD) {
 }
 DWORD WINAPI upperBuff(LPSTR s, DWORD n) { return OslCodePageUpperBuff(acp(), s, n); }
 DWORD WINAPI lowerBuff(LPSTR s, DWORD n) { return OslCodePageLowerBuff(acp(), s, n); }
-LPSTR WINAPI charUpper(LPSTR s) {
-    upperBuff(s, DWORD(std::strlen(s)));
-    return s;
-}
-LPSTR WINAPI charLower(LPSTR s) {
-    lowerBuff(s, DWORD(std::strlen(s)));
-    return s;
-}
+LPSTR WINAPI charUpper(LPSTR s) { return OslCodePageUpper(acp(), s); }
+LPSTR WINAPI charLower(LPSTR s) { return OslCodePageLower(acp(), s); }
 BOOL WINAPI isAlpha(CHAR c) {
     UINT cp = acp();
     return OslCodePageUpperChar(cp, c) != OslCodePageLowerChar(cp, c) || (cp == 1252 && BYTE(c) == 0xDF);

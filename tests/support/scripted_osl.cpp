@@ -131,14 +131,8 @@ LPSTR WINAPI scriptedPrevEx(WORD cp, LPCSTR start, LPCSTR cur, DWORD) {
 }
 DWORD WINAPI scriptedUpperBuff(LPSTR s, DWORD n) { return OslCodePageUpperBuff(sText.page, s, n); }
 DWORD WINAPI scriptedLowerBuff(LPSTR s, DWORD n) { return OslCodePageLowerBuff(sText.page, s, n); }
-LPSTR WINAPI scriptedUpper(LPSTR s) {
-    scriptedUpperBuff(s, DWORD(std::strlen(s)));
-    return s;
-}
-LPSTR WINAPI scriptedLower(LPSTR s) {
-    scriptedLowerBuff(s, DWORD(std::strlen(s)));
-    return s;
-}
+LPSTR WINAPI scriptedUpper(LPSTR s) { return OslCodePageUpper(sText.page, s); }
+LPSTR WINAPI scriptedLower(LPSTR s) { return OslCodePageLower(sText.page, s); }
 
 } // namespace
 
