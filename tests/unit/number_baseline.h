@@ -1,0 +1,404 @@
+// The decimal engine's arithmetic as it was first written: digit by digit in
+// base 100, a plain NumpPack and NumpUnpack. The faster engine must give the
+// same bytes for every operand, normal records or not; the differential tests
+// run both side by side.
+#ifndef OXL_TESTS_NUMBER_BASELINE_H
+#define OXL_TESTS_NUMBER_BASELINE_H
+
+#include "number/numrecord.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace numbaseline {
+
+namespace {
+
+constexpr BYTE kTerminator = 0x65;
+
+// Rounds digits[0..limit) by digits[limit] (half up on the magnitude, base
+// 100) and returns the new count. A carry out of the first digit leaves the
+// single digit 1 and raises the exponent.
+int roundToLimit(BYTE* digits, int limit, int* exponent) {
+    if (digits[limit] + 50 < 100) return limit;
+    for (int i = limit - 1; i >= 0; --i) {
+        if (++digits[i] < 100) return i + 1; // digits behind i are dropped
+        digits[i] -= 100;
+    }
+    digits[0] = 1;
+    ++*exponent;
+    return 1;
+}
+
+// Digit values above 99 come only from records whose bytes were never a
+// normal record (unpack does not validate). Carrying the excess forward
+// keeps the value unpack read and makes the record normal again; a carry
+// out of the front digit takes the last digit's place.
+void carryOversizedDigits(BYTE* digits, int count, int* exponent) {
+    int carry = 0;
+    for (int i = count - 1; i >= 0; --i) {
+        int v = digits[i] + carry;
+        digits[i] = BYTE(v % 100);
+        carry = v / 100;
+    }
+    if (carry) {
+        for (int i = count - 1; i > 0; --i) digits[i] = digits[i - 1];
+        digits[0] = BYTE(carry);
+        ++*exponent;
+    }
+}
+
+} // namespace
+
+inline int unpack(BYTE* digits, const BYTE* data, int* length, int* exponent) {
+    int len = *length;
+    if (len < 2 || len > 24) {
+        *length = 0;
+        *exponent = 0xC0;
+        return 0;
+    }
+    int negative = !(data[0] & 0x80);
+    int count;
+    if (!negative) {
+        count = len - 1;
+        for (int i = 0; i < count; ++i) digits[i] = data[1 + i];
+        *exponent = data[0] & 0x7F;
+    } else {
+        count = len - 2; // the last byte is the terminator, whatever it holds
+        for (int i = 0; i < count; ++i) digits[i] = BYTE(100 - data[1 + i]);
+        *exponent = BYTE(~data[0]) & 0x7F;
+    }
+    while (count > 0 && digits[count - 1] == 0) --count;
+    *length = count;
+    return negative;
+}
+
+inline int pack(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord) {
+    for (int i = 0; i < count; ++i) {
+        if (digits[i] > 99) {
+            carryOversizedDigits(digits, count, &exponent);
+            break;
+        }
+    }
+    int first = 0;
+    while (first < count && digits[first] == 0) {
+        ++first;
+        --exponent;
+    }
+    digits += first;
+    count -= first;
+
+    int limit = negative ? NUM_MAX_DIGITS_NEG : NUM_MAX_DIGITS_POS;
+    if (count > limit) count = roundToLimit(digits, limit, &exponent);
+
+    while (count > 0 && digits[count - 1] == 0) --count;
+    int written;
+    if (count == 0) { // zero: no sign, no shift
+        data[0] = 0x80 + NUM_EXP_BIAS;
+        written = 1;
+        negative = 0;
+    } else {
+        if (exponent < NUM_MIN_EXP) exponent = NUM_MIN_EXP;
+        if (exponent > NUM_MAX_EXP) exponent = NUM_MAX_EXP;
+        if (!negative) {
+            data[0] = BYTE(0x80 + exponent);
+            for (int i = 0; i < count; ++i) data[1 + i] = digits[i];
+            written = 1 + count;
+        } else {
+            data[0] = BYTE(~(0x80 + exponent));
+            for (int i = 0; i < count; ++i) data[1 + i] = BYTE(100 - digits[i]);
+            data[1 + count] = kTerminator;
+            written = 2 + count;
+        }
+    }
+    if (padToWord) {
+        int padded = (written + 3) & ~3;
+        if (!negative) {
+            while (written < padded) data[written++] = 0x00;
+        } else {
+            while (written < padded) data[written++ - 1] = 0x64; // zero digits before the terminator
+            data[written - 1] = kTerminator;
+        }
+    }
+    return written;
+}
+
+inline NumpOperand readOperand(const tagNUMBER* n, int length) {
+    NumpOperand u;
+    u.count = length;
+    u.negative = unpack(u.digits, n->abData, &u.count, &u.exponent);
+    return u;
+}
+inline int writeRecord(tagNUMBER* out, BYTE* digits, int count, int negative, int exponent) {
+    out->bLength = BYTE(pack(out->abData, digits, count, negative, exponent, 0));
+    return out->bLength;
+}
+
+
+namespace {
+
+// The sum's work area: 24 digit positions, the top's alignment fixing the
+// first one.
+constexpr int kWorkDigits = 24;
+
+// Order of the magnitudes by exponent, then digit by digit with missing
+// digits read as 0. Equal magnitudes give 0.
+int compareMagnitudes(const NumpOperand& a, const NumpOperand& b) {
+    if (a.exponent != b.exponent) return a.exponent < b.exponent ? -1 : 1;
+    int n = a.count > b.count ? a.count : b.count;
+    for (int i = 0; i < n; ++i) {
+        int x = i < a.count ? a.digits[i] : 0, y = i < b.count ? b.digits[i] : 0;
+        if (x != y) return x < y ? -1 : 1;
+    }
+    return 0;
+}
+
+// top +/- bottom on the magnitudes, top >= bottom. The bottom's digits that
+// fall outside the work area are dropped first, unrounded.
+int addMagnitudes(tagNUMBER* out, const NumpOperand& top, NumpOperand bottom, bool add, bool negative) {
+    BYTE work[kWorkDigits + 2] = {};
+    int shift = top.exponent - bottom.exponent;
+    int excess = shift + bottom.count + (add ? 1 : 0) - kWorkDigits;
+    if (excess > 0) bottom.count = bottom.count - excess < 0 ? 0 : bottom.count - excess;
+
+    int lead = add ? 1 : 0; // a place in front for the last carry
+    int count = top.count;
+    for (int i = 0; i < top.count; ++i) work[lead + i] = top.digits[i];
+    if (bottom.count > 0 && shift + bottom.count > count) count = shift + bottom.count;
+    count += lead;
+
+    int carry = 0;
+    for (int i = count - 1; i >= 0; --i) {
+        int j = i - lead - shift; // the bottom digit at this place
+        int digit = (j >= 0 && j < bottom.count) ? bottom.digits[j] : 0;
+        if (add) {
+            int sum = work[i] + digit + carry;
+            carry = sum >= 100;
+            work[i] = BYTE(sum - (carry ? 100 : 0));
+        } else {
+            int sum = work[i] + 100 - digit - carry;
+            carry = sum < 100; // the borrow
+            work[i] = BYTE(sum - (carry ? 0 : 100));
+        }
+    }
+    return writeRecord(out, work, count, negative, top.exponent + lead);
+}
+
+int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
+    NumpOperand x = readOperand(a, NumpLengthArith(a)), y = readOperand(b, NumpLengthArith(b));
+    if (x.count == 0) x.exponent = y.exponent;
+    if (y.count == 0) y.exponent = x.exponent;
+
+    bool aTop = compareMagnitudes(x, y) >= 0;
+    bool add = ((x.negative != 0) + (y.negative != 0) + subtract) % 2 == 0;
+    bool negative = aTop ? x.negative != 0 : (y.negative != 0) != subtract;
+    return aTop ? addMagnitudes(out, x, y, add, negative) : addMagnitudes(out, y, x, add, negative);
+}
+
+} // namespace
+
+inline int Addition(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) { return addOrSubtract(out, a, b, false); }
+
+inline int Subtract(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) { return addOrSubtract(out, a, b, true); }
+
+namespace {
+// Base-100 digits as base-10^4 limbs from the front (a missing last digit is
+// 0, so the limbs keep the digits' places); returns the limb count.
+int toLimbs(const NumpOperand& v, uint32_t* limbs) {
+    int n = (v.count + 1) / 2;
+    for (int i = 0; i < n; ++i) {
+        int lo = 2 * i + 1 < v.count ? v.digits[2 * i + 1] : 0;
+        limbs[i] = uint32_t(v.digits[2 * i]) * 100 + uint32_t(lo);
+    }
+    return n;
+}
+} // namespace
+
+inline int Multiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
+    NumpOperand x = readOperand(a, NumpLengthArith(a)), y = readOperand(b, NumpLengthArith(b));
+    int negative = x.negative != y.negative;
+    BYTE product[2 * 24 + 1] = {};
+    if (x.count == 0 || y.count == 0) return writeRecord(out, product, 0, 0, NUM_EXP_BIAS);
+
+    // Schoolbook on pairs of base-100 digits (limbs of 0..9999), the column
+    // sums gathered first and carried once: the exact product, as digit by
+    // digit would give it, at a quarter of the multiplications. A column
+    // holds at most 12 products below 10^8, well inside 32 bits.
+    uint32_t xl[12], yl[12], columns[24] = {};
+    int nx = toLimbs(x, xl), ny = toLimbs(y, yl);
+    for (int i = 0; i < nx; ++i)
+        for (int j = 0; j < ny; ++j) columns[i + j + 1] += xl[i] * yl[j];
+    uint32_t carry = 0;
+    for (int k = nx + ny - 1; k >= 0; --k) {
+        uint32_t t = columns[k] + carry;
+        uint32_t limb = t % 10000;
+        carry = t / 10000;
+        product[2 * k] = BYTE(limb / 100);
+        product[2 * k + 1] = BYTE(limb % 100);
+    }
+    return writeRecord(out, product, 2 * (nx + ny), negative, x.exponent + y.exponent - NUM_EXP_BIAS);
+}
+
+
+namespace {
+
+constexpr int kQuotientDigits = 24;
+constexpr int kDividendDigits = 48;
+
+// Multiplies digits[0..count) by a small factor in place; the first digit is
+// a leading zero that takes the carry.
+void scale(BYTE* digits, int count, int factor) {
+    int carry = 0;
+    for (int i = count - 1; i >= 0; --i) {
+        int t = digits[i] * factor + carry;
+        digits[i] = BYTE(t % 100);
+        carry = t / 100;
+    }
+}
+
+// u[0..n] -= q * d[0..n]; false (and u unchanged) when that would go below 0.
+bool subtractMultiple(BYTE* u, const BYTE* d, int n, int q) {
+    BYTE saved[kQuotientDigits + 2];
+    std::memcpy(saved, u, n + 1);
+    int borrow = 0;
+    for (int k = n; k >= 0; --k) {
+        int v = u[k] - q * d[k] - borrow;
+        borrow = 0;
+        if (v < 0) {
+            borrow = (-v + 99) / 100;
+            v += borrow * 100;
+        }
+        u[k] = BYTE(v);
+    }
+    if (borrow == 0) return true;
+    std::memcpy(u, saved, n + 1);
+    return false;
+}
+
+// The next quotient digit from the two leading digits of the remainder,
+// corrected once by the divisor's second digit.
+int estimate(const BYTE* u, int d1, int d2) {
+    int top = u[0] * 100 + u[1];
+    int q = u[0] == d1 ? 99 : top / d1;
+    int r = top - q * d1;
+    int p = q * d2, t = r * 100 + u[2];
+    while (p > t) {
+        --q;
+        p -= d2;
+        t += d1 * 100;
+    }
+    return q;
+}
+
+// Only a record that isn't normal has a leading zero digit or digit bytes
+// that read above 99; such a divisor is brought to a form whose normalisation
+// is defined (value kept for the zeros, the digits held to 99).
+void tidyDivisor(NumpOperand& y) {
+    int first = 0;
+    while (y.digits[first] == 0) ++first; // count > 0: some digit isn't 0
+    for (int i = first; i < y.count; ++i) {
+        y.digits[i - first] = y.digits[i] > 99 ? 99 : y.digits[i];
+    }
+    y.count -= first;
+    y.exponent -= first;
+}
+
+bool zeroFrom(const BYTE* u, int from) {
+    for (int i = from; i < kDividendDigits; ++i)
+        if (u[i]) return false;
+    return true;
+}
+
+} // namespace
+
+inline int Divide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
+    NumpOperand x = readOperand(a, NumpLengthArith(a)), y = readOperand(b, NumpLengthArith(b));
+    int negative = x.negative != y.negative;
+    BYTE q[kQuotientDigits + 1] = {};
+    if (x.count == 0) return writeRecord(out, q, 0, 0, NUM_EXP_BIAS);
+    if (y.count == 0) { // division by zero: the largest value, rounded and clamped to 10^118
+        std::memset(q, 99, kQuotientDigits);
+        return writeRecord(out, q, kQuotientDigits, negative, NUM_MAX_EXP);
+    }
+
+    tidyDivisor(y);
+    BYTE u[kDividendDigits + 2] = {}, d[kQuotientDigits + 2] = {};
+    std::memcpy(u + 1, x.digits, x.count);
+    std::memcpy(d + 1, y.digits, y.count);
+    int f = 100 / (d[1] + 1); // normalisation: the divisor's first digit becomes 50 or more
+    scale(u, x.count + 1, f);
+    scale(d, y.count + 1, f);
+
+    int n = y.count, stored = 0;
+    for (int j = 0; stored < kQuotientDigits; ++j) {
+        int digit = estimate(u + j, d[1], d[2]);
+        while (!subtractMultiple(u + j, d, n, digit)) --digit;
+        q[stored++] = BYTE(digit);
+        if (zeroFrom(u, j)) break;
+    }
+    return writeRecord(out, q, stored, negative, x.exponent - y.exponent + 65);
+}
+
+inline int Round(tagNUMBER* out, tagNUMBER* in, int scale) {
+    NumpOperand x = readOperand(in, NumpLength(in));
+    BYTE* d = x.digits;
+    int v = scale + 2 * (x.exponent - NUM_EXP_BIAS); // decimal places kept, from the first digit's
+    if (v < 0) return writeRecord(out, d, 0, 0, NUM_EXP_BIAS);
+    if (v >= 2 * x.count) return writeRecord(out, d, x.count, x.negative, x.exponent);
+
+    int at = v / 2;
+    d[at] = BYTE(d[at] + (v % 2 ? 5 : 50)); // half up on the magnitude
+    for (int i = at; d[i] >= 100; --i) {
+        d[i] = BYTE(d[i] - 100);
+        if (i == 0) { // the carry ran out of the first digit
+            d[0] = 1;
+            return writeRecord(out, d, 1, x.negative, x.exponent + 1);
+        }
+        ++d[i - 1];
+    }
+    int count = at;
+    if (v % 2) {
+        d[at] = BYTE(d[at] - d[at] % 10);
+        count = at + 1;
+    }
+    return writeRecord(out, d, count, x.negative, x.exponent);
+}
+
+inline int Truncate(tagNUMBER* n, int precision, int scale) {
+    int length = NumpLength(n);
+    if (length == 0 || length > 24) return 0;
+    NumpOperand x = readOperand(n, length);
+    BYTE* d = x.digits;
+    int e = x.exponent - NUM_EXP_BIAS, count = x.count;
+
+    int c = 2 * e - precision + scale; // integer places too many, from the front
+    if (c > 0) {
+        int whole = c / 2 < count ? c / 2 : count;
+        for (int i = 0; i < whole; ++i) d[i] = 0;
+        if (c % 2 && c / 2 < count) d[c / 2] = BYTE(d[c / 2] % 10);
+    }
+    c = 2 * (count - e) - scale; // fraction places too many, from the end
+    if (c > 0) {
+        count = c / 2 < count ? count - c / 2 : 0;
+        if (c % 2 && count > 0) d[count - 1] = BYTE(d[count - 1] - d[count - 1] % 10);
+    }
+    writeRecord(n, d, count, x.negative, x.exponent);
+    return 1;
+}
+
+inline int Power10(tagNUMBER* out, tagNUMBER* in, int power) {
+    if (power + NUM_EXP_BIAS < NUM_MIN_EXP || power + NUM_EXP_BIAS > NUM_MAX_EXP) {
+        out->bLength = 0;
+        return 0;
+    }
+    // 10^power as a record: an odd power is the digit 10 one place lower.
+    tagNUMBER factor;
+    factor.bLength = 2;
+    factor.abData[0] = BYTE(((power + 66) >> 1) - 96);
+    factor.abData[1] = (power & 1) ? 10 : 1;
+    return Multiply(out, in, &factor);
+}
+
+} // namespace numbaseline
+
+#endif
