@@ -49,11 +49,11 @@ int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent) {
     int count;
     if (!negative) {
         count = len - 1;
-        for (int i = 0; i < count; ++i) digits[i] = data[1 + i];
+        NumpCopy(digits, data + 1, count);
         *exponent = data[0] & 0x7F;
     } else {
         count = len - 2; // the last byte is the terminator, whatever it holds
-        for (int i = 0; i < count; ++i) digits[i] = BYTE(100 - data[1 + i]);
+        NumpComplement(digits, data + 1, count);
         *exponent = BYTE(~data[0]) & 0x7F;
     }
     while (count > 0 && digits[count - 1] == 0) --count;
@@ -62,12 +62,7 @@ int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent) {
 }
 
 int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord) {
-    for (int i = 0; i < count; ++i) {
-        if (digits[i] > 99) {
-            carryOversizedDigits(digits, count, &exponent);
-            break;
-        }
-    }
+    if (NumpAnyAbove99(digits, count)) carryOversizedDigits(digits, count, &exponent);
     int first = 0;
     while (first < count && digits[first] == 0) {
         ++first;
@@ -90,11 +85,11 @@ int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, in
         if (exponent > NUM_MAX_EXP) exponent = NUM_MAX_EXP;
         if (!negative) {
             data[0] = BYTE(0x80 + exponent);
-            for (int i = 0; i < count; ++i) data[1 + i] = digits[i];
+            NumpCopy(data + 1, digits, count);
             written = 1 + count;
         } else {
             data[0] = BYTE(~(0x80 + exponent));
-            for (int i = 0; i < count; ++i) data[1 + i] = BYTE(100 - digits[i]);
+            NumpComplement(data + 1, digits, count);
             data[1 + count] = kTerminator;
             written = 2 + count;
         }

@@ -6,6 +6,9 @@
 
 #include "number.h"
 
+#include <cstdint>
+#include <cstring>
+
 // Largest digit counts of a normal record: 23 positive, 22 negative.
 constexpr int NUM_MAX_DIGITS_POS = 23;
 constexpr int NUM_MAX_DIGITS_NEG = 22;
@@ -18,6 +21,62 @@ constexpr int NUM_EXP_BIAS = 64;
 // bits 0-3 only).
 inline int NumpLength(const tagNUMBER* n) { return n->bLength & 0x3F; }
 inline int NumpLengthArith(const tagNUMBER* n) { return (n->bLength & 0x80) ? (n->bLength & 0x0F) : (n->bLength & 0x3F); }
+
+// Digit strings in blocks of eight bytes. Every byte of a block is treated on
+// its own (no carry or borrow crosses a byte), so the byte order of the load
+// doesn't matter. Lengths of 8 and more are covered by whole blocks and one
+// last block that overlaps the one before it; shorter ones byte by byte.
+inline uint64_t NumpLoad8(const BYTE* p) {
+    uint64_t w;
+    std::memcpy(&w, p, 8);
+    return w;
+}
+inline void NumpStore8(BYTE* p, uint64_t w) { std::memcpy(p, &w, 8); }
+
+constexpr uint64_t kNumpOnes = 0x0101010101010101ull;
+constexpr uint64_t kNumpHigh = 0x8080808080808080ull;
+
+// Bit 7 of each byte of the result is set where the byte of w is above 99.
+inline uint64_t NumpAbove99(uint64_t w) { return (((w & ~kNumpHigh) + 28 * kNumpOnes) | w) & kNumpHigh; }
+
+// True when some byte of digits[0..count) is above 99.
+inline bool NumpAnyAbove99(const BYTE* digits, int count) {
+    if (count < 8) {
+        for (int i = 0; i < count; ++i)
+            if (digits[i] > 99) return true;
+        return false;
+    }
+    uint64_t seen = NumpAbove99(NumpLoad8(digits + count - 8));
+    for (int i = 0; i + 8 <= count; i += 8) seen |= NumpAbove99(NumpLoad8(digits + i));
+    return seen != 0;
+}
+
+// to[i] = from[i] for count bytes; the two don't overlap.
+inline void NumpCopy(BYTE* to, const BYTE* from, int count) {
+    if (count < 8) {
+        for (int i = 0; i < count; ++i) to[i] = from[i];
+        return;
+    }
+    uint64_t last = NumpLoad8(from + count - 8);
+    for (int i = 0; i + 8 <= count; i += 8) NumpStore8(to + i, NumpLoad8(from + i));
+    NumpStore8(to + count - 8, last);
+}
+
+// to[i] = BYTE(100 - from[i]) for count bytes, modulo 256 in each byte (the
+// complement of a digit, and what NumpUnpack makes of a byte above 100).
+inline uint64_t NumpComplement8(uint64_t w) {
+    const uint64_t hundreds = 100 * kNumpOnes;
+    return ((hundreds | kNumpHigh) - (w & ~kNumpHigh)) ^ ((hundreds ^ ~w) & kNumpHigh);
+}
+inline void NumpComplement(BYTE* to, const BYTE* from, int count) {
+    if (count < 8) {
+        for (int i = 0; i < count; ++i) to[i] = BYTE(100 - from[i]);
+        return;
+    }
+    uint64_t last = NumpComplement8(NumpLoad8(from + count - 8));
+    for (int i = 0; i + 8 <= count; i += 8) NumpStore8(to + i, NumpComplement8(NumpLoad8(from + i)));
+    NumpStore8(to + count - 8, last);
+}
 
 // Reads `*length` data bytes from `data` (the exponent byte on) into digit
 // values 0..99 (for a normal record). On return *length is the digit count
