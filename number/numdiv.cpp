@@ -1,7 +1,12 @@
-// Division of NUMBER records: long division in base 100 (Knuth's algorithm
-// D), up to 24 quotient digits, which NumpPack then rounds.
+// Division of NUMBER records: the first 24 base-100 digits of the quotient,
+// truncated, which NumpPack then rounds. Long division (Knuth's algorithm D)
+// gives each digit exactly, so it may run on any base that holds whole
+// digits: on limbs of four digits (10^8) with 64-bit integers for records
+// whose digits are all 0..99, and digit by digit for the others, whose digit
+// values above 99 the limbs would not hold.
 #include "numrecord.h"
 
+#include <cstdint>
 #include <cstring>
 
 namespace {
@@ -73,6 +78,103 @@ bool zeroFrom(const BYTE* u, int from) {
     return true;
 }
 
+// Long division on limbs of 10^8 -------------------------------------------
+
+constexpr int64_t kLimb = 100000000; // four base-100 digits
+constexpr int kQuotientLimbs = kQuotientDigits / 4;
+
+// limbs[i] = the four digits from digits[4 * i] on, the first the highest.
+void toLimbs(const BYTE* digits, int count, int64_t* limbs) {
+    for (int i = 0; i < count; ++i, digits += 4)
+        limbs[i] = ((int64_t(digits[0]) * 100 + digits[1]) * 100 + digits[2]) * 100 + digits[3];
+}
+
+// The first 24 base-100 digits of 0.x / 0.y (the first one 0 when x's digits
+// read as a fraction are below y's), truncated: the integer
+// floor(X * 100^(23 + ny - nx) / Y) of the digit strings X and Y. The divisor
+// is y's digits followed by zeros up to k whole limbs; the dividend, with the
+// same zeros behind it and one zero digit in front, is 6 + k limbs. The
+// quotient is below 100^24, six limbs, so the dividend's first k limbs are
+// below the divisor and are the first remainder.
+// x's digits are 0..99; y's are 0..99 with the first above 0.
+void quotientDigits(const NumpOperand& x, const NumpOperand& y, BYTE* q) {
+    int k = (y.count + 3) / 4;
+    BYTE ud[kDividendDigits] = {}, vd[kQuotientDigits] = {};
+    NumpCopy(ud + 1, x.digits, x.count);
+    NumpCopy(vd, y.digits, y.count);
+    int64_t u[kQuotientLimbs * 2 + 1], v[kQuotientLimbs] = {}, quotient[kQuotientLimbs];
+    toLimbs(ud, kQuotientLimbs + k, u);
+    toLimbs(vd, k, v);
+
+    if (k == 1) { // a short divisor: one limb at a time
+        int64_t r = u[0];
+        for (int j = 1; j <= kQuotientLimbs; ++j) {
+            int64_t t = r * kLimb + u[j];
+            quotient[j - 1] = t / v[0];
+            r = t % v[0];
+        }
+    } else {
+        // Normalisation: the divisor's first limb becomes at least 10^8 / 2,
+        // so that the estimate from two limbs is at most 2 too high. The
+        // dividend's first k limbs stay below the divisor, so no carry
+        // leaves them.
+        int64_t f = kLimb / (v[0] + 1);
+        if (f > 1) {
+            int64_t carry = 0;
+            for (int i = k - 1; i >= 0; --i) {
+                int64_t t = v[i] * f + carry;
+                v[i] = t % kLimb;
+                carry = t / kLimb;
+            }
+            carry = 0;
+            for (int i = kQuotientLimbs + k - 1; i >= 0; --i) {
+                int64_t t = u[i] * f + carry;
+                u[i] = t % kLimb;
+                carry = t / kLimb;
+            }
+        }
+        // Step j divides the k + 1 limbs from u[j - 1] on (below 10^8 times
+        // v) by v, leaving the remainder in their place.
+        for (int j = 1; j <= kQuotientLimbs; ++j) {
+            int64_t* w = u + j - 1;
+            int64_t top = w[0] * kLimb + w[1];
+            int64_t qhat = top / v[0], rhat = top % v[0];
+            while (qhat >= kLimb || qhat * v[1] > rhat * kLimb + w[2]) {
+                --qhat;
+                rhat += v[0];
+                if (rhat >= kLimb) break;
+            }
+            int64_t carry = 0, borrow = 0;
+            for (int i = k - 1; i >= 0; --i) {
+                int64_t p = qhat * v[i] + carry;
+                carry = p / kLimb;
+                int64_t t = w[1 + i] - p % kLimb - borrow;
+                borrow = t < 0;
+                w[1 + i] = t + (borrow ? kLimb : 0);
+            }
+            w[0] -= carry + borrow;
+            if (w[0] < 0) { // one too many: add the divisor back
+                --qhat;
+                int64_t c = 0;
+                for (int i = k - 1; i >= 0; --i) {
+                    int64_t t = w[1 + i] + v[i] + c;
+                    c = t >= kLimb;
+                    w[1 + i] = t - (c ? kLimb : 0);
+                }
+                w[0] += c;
+            }
+            quotient[j - 1] = qhat;
+        }
+    }
+    for (int j = 0; j < kQuotientLimbs; ++j, q += 4) {
+        uint32_t limb = uint32_t(quotient[j]), high = limb / 10000, low = limb % 10000;
+        q[0] = BYTE(high / 100);
+        q[1] = BYTE(high % 100);
+        q[2] = BYTE(low / 100);
+        q[3] = BYTE(low % 100);
+    }
+}
+
 } // namespace
 
 int OXLAPI NumDivide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
@@ -86,19 +188,25 @@ int OXLAPI NumDivide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
     }
 
     tidyDivisor(y);
-    BYTE u[kDividendDigits + 2] = {}, d[kQuotientDigits + 2] = {};
-    std::memcpy(u + 1, x.digits, x.count);
-    std::memcpy(d + 1, y.digits, y.count);
-    int f = 100 / (d[1] + 1); // normalisation: the divisor's first digit becomes 50 or more
-    scale(u, x.count + 1, f);
-    scale(d, y.count + 1, f);
+    int stored = kQuotientDigits;
+    if (!NumpAnyAbove99(x.digits, x.count)) {
+        quotientDigits(x, y, q);
+    } else { // digit by digit in base 100, as the limbs can't take such digits
+        BYTE u[kDividendDigits + 2] = {}, d[kQuotientDigits + 2] = {};
+        std::memcpy(u + 1, x.digits, x.count);
+        std::memcpy(d + 1, y.digits, y.count);
+        int f = 100 / (d[1] + 1); // normalisation: the divisor's first digit becomes 50 or more
+        scale(u, x.count + 1, f);
+        scale(d, y.count + 1, f);
 
-    int n = y.count, stored = 0;
-    for (int j = 0; stored < kQuotientDigits; ++j) {
-        int digit = estimate(u + j, d[1], d[2]);
-        while (!subtractMultiple(u + j, d, n, digit)) --digit;
-        q[stored++] = BYTE(digit);
-        if (zeroFrom(u, j)) break;
+        int n = y.count;
+        stored = 0;
+        for (int j = 0; stored < kQuotientDigits; ++j) {
+            int digit = estimate(u + j, d[1], d[2]);
+            while (!subtractMultiple(u + j, d, n, digit)) --digit;
+            q[stored++] = BYTE(digit);
+            if (zeroFrom(u, j)) break;
+        }
     }
     return NumpWrite(out, q, stored, negative, x.exponent - y.exponent + 65);
 }

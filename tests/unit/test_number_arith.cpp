@@ -111,6 +111,25 @@ std::string expectedQuotient(const Ref& a, const Ref& b) {
     return q.record();
 }
 
+// Quotients whose digit estimate from the divisor's first two limbs of eight
+// decimal digits is still one too high, so that the divisor is added back:
+// a divisor 0.5 followed by zeros and then nines in its third limb.
+TEST(NumArithmetic, QuotientDigitsWhereTheEstimateIsOneTooHigh) {
+    const char* cases[][2] = {
+        {"0.25", "0.500000000000000099999999"},
+        {"0.0025", "0.500000000000000099999999"},
+        {"-0.25", "0.5000000000000000999999999999"},
+        {"0.250000000000000000000000000001", "0.50000000000000009999999900000007"},
+    };
+    for (const auto& c : cases) {
+        tagNUMBER a = rec(c[0]), b = rec(c[1]), want;
+        tagNUMBER x = a, y = b;
+        numbaseline::Divide(&want, &x, &y);
+        EXPECT_EQ(apply(NumDivide, a, b), expectedQuotient(Ref::ofRecord(a), Ref::ofRecord(b))) << c[0] << " / " << c[1];
+        EXPECT_EQ(apply(NumDivide, a, b), hex(want)) << c[0] << " / " << c[1] << " against the digit-by-digit engine";
+    }
+}
+
 TEST(NumArithmetic, AgreesWithExactArithmeticOnRandomOperands) {
     std::mt19937 rng(42);
     int failures = 0;
