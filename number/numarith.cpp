@@ -1,8 +1,10 @@
-// Addition, subtraction and multiplication of NUMBER records, digit by digit
-// in base 100. Null operands act as zero; only NumpPack rounds or clamps.
+// Addition, subtraction and multiplication of NUMBER records on base-100
+// digits, the product on limbs of four digits. Null operands act as zero;
+// only NumpPack rounds or clamps.
 #include "numrecord.h"
 
 #include <cstdint>
+#include <cstring>
 
 namespace {
 
@@ -71,6 +73,7 @@ int OXLAPI NumAddition(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) { return addO
 int OXLAPI NumSubtract(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) { return addOrSubtract(out, a, b, true); }
 
 namespace {
+
 // Base-100 digits as base-10^4 limbs from the front (a missing last digit is
 // 0, so the limbs keep the digits' places); returns the limb count.
 int toLimbs(const NumpOperand& v, uint32_t* limbs) {
@@ -81,18 +84,12 @@ int toLimbs(const NumpOperand& v, uint32_t* limbs) {
     }
     return n;
 }
-} // namespace
 
-int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
-    NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
-    int negative = x.negative != y.negative;
+// The product of operands whose digit values may exceed 99 (records that
+// aren't normal), in limbs of 10^4 with 32-bit columns as it always was:
+// such digits can make a column wrap, and the result must stay what it was.
+int multiplyAnyDigits(tagNUMBER* out, const NumpOperand& x, const NumpOperand& y, int negative) {
     BYTE product[2 * 24 + 1] = {};
-    if (x.count == 0 || y.count == 0) return NumpWrite(out, product, 0, 0, NUM_EXP_BIAS);
-
-    // Schoolbook on pairs of base-100 digits (limbs of 0..9999), the column
-    // sums gathered first and carried once: the exact product, as digit by
-    // digit would give it, at a quarter of the multiplications. A column
-    // holds at most 12 products below 10^8, well inside 32 bits.
     uint32_t xl[12], yl[12], columns[24] = {};
     int nx = toLimbs(x, xl), ny = toLimbs(y, yl);
     for (int i = 0; i < nx; ++i)
@@ -106,4 +103,47 @@ int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
         product[2 * k + 1] = BYTE(limb % 100);
     }
     return NumpWrite(out, product, 2 * (nx + ny), negative, x.exponent + y.exponent - NUM_EXP_BIAS);
+}
+
+constexpr uint64_t kLimb8 = 100000000; // four base-100 digits
+
+// Digits 0..99 as limbs of four digits from the front, the missing digits
+// of the last one 0; returns the limb count.
+int toLimbs8(NumpOperand& v, uint64_t* limbs) {
+    std::memset(v.digits + v.count, 0, 3); // count <= 23: inside the room behind the digits
+    int n = (v.count + 3) / 4;
+    const BYTE* d = v.digits;
+    for (int i = 0; i < n; ++i, d += 4) limbs[i] = NumpLimbOf4(d);
+    return n;
+}
+
+} // namespace
+
+int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
+    NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
+    int negative = x.negative != y.negative;
+    if (x.count == 0 || y.count == 0) {
+        BYTE none[1] = {0};
+        return NumpWrite(out, none, 0, 0, NUM_EXP_BIAS);
+    }
+    if (NumpAnyAbove99(x.digits, x.count) || NumpAnyAbove99(y.digits, y.count))
+        return multiplyAnyDigits(out, x, y, negative);
+
+    // Schoolbook on limbs of four digits (0..10^8 - 1), the column sums
+    // gathered first and carried once: the exact product, as digit by digit
+    // would give it. A column holds at most 6 products below 10^16, inside
+    // 64 bits.
+    uint64_t xl[6], yl[6], columns[12];
+    int nx = toLimbs8(x, xl), ny = toLimbs8(y, yl);
+    for (int k = 0; k <= nx + ny - 1; ++k) columns[k] = 0;
+    for (int i = 0; i < nx; ++i)
+        for (int j = 0; j < ny; ++j) columns[i + j + 1] += xl[i] * yl[j];
+    BYTE product[4 * 12];
+    uint64_t carry = 0;
+    for (int k = nx + ny - 1; k >= 0; --k) {
+        uint64_t t = columns[k] + carry;
+        carry = t / kLimb8;
+        NumpDigitsOf4(uint32_t(t - carry * kLimb8), product + 4 * k);
+    }
+    return NumpWrite(out, product, 4 * (nx + ny), negative, x.exponent + y.exponent - NUM_EXP_BIAS);
 }

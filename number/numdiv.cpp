@@ -85,8 +85,7 @@ constexpr int kQuotientLimbs = kQuotientDigits / 4;
 
 // limbs[i] = the four digits from digits[4 * i] on, the first the highest.
 void toLimbs(const BYTE* digits, int count, int64_t* limbs) {
-    for (int i = 0; i < count; ++i, digits += 4)
-        limbs[i] = ((int64_t(digits[0]) * 100 + digits[1]) * 100 + digits[2]) * 100 + digits[3];
+    for (int i = 0; i < count; ++i, digits += 4) limbs[i] = NumpLimbOf4(digits);
 }
 
 // The first 24 base-100 digits of 0.x / 0.y (the first one 0 when x's digits
@@ -166,13 +165,7 @@ void quotientDigits(const NumpOperand& x, const NumpOperand& y, BYTE* q) {
             quotient[j - 1] = qhat;
         }
     }
-    for (int j = 0; j < kQuotientLimbs; ++j, q += 4) {
-        uint32_t limb = uint32_t(quotient[j]), high = limb / 10000, low = limb % 10000;
-        q[0] = BYTE(high / 100);
-        q[1] = BYTE(high % 100);
-        q[2] = BYTE(low / 100);
-        q[3] = BYTE(low % 100);
-    }
+    for (int j = 0; j < kQuotientLimbs; ++j) NumpDigitsOf4(uint32_t(quotient[j]), q + 4 * j);
 }
 
 } // namespace

@@ -9,9 +9,14 @@ constexpr BYTE kTerminator = 0x65;
 // single digit 1 and raises the exponent.
 int roundToLimit(BYTE* digits, int limit, int* exponent) {
     if (digits[limit] + 50 < 100) return limit;
-    for (int i = limit - 1; i >= 0; --i) {
-        if (++digits[i] < 100) return i + 1; // digits behind i are dropped
-        digits[i] -= 100;
+    // The carry passes every 99 in front of the limit, making it 0 (dropped
+    // with the digits behind it), and stops in the first digit below 99.
+    int i = limit - 1;
+    while (i >= 7 && NumpLoad8(digits + i - 7) == 99 * kNumpOnes) i -= 8;
+    while (i >= 0 && digits[i] == 99) --i;
+    if (i >= 0) {
+        ++digits[i];
+        return i + 1;
     }
     digits[0] = 1;
     ++*exponent;

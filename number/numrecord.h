@@ -39,9 +39,17 @@ constexpr uint64_t kNumpHigh = 0x8080808080808080ull;
 // Bit 7 of each byte of the result is set where the byte of w is above 99.
 inline uint64_t NumpAbove99(uint64_t w) { return (((w & ~kNumpHigh) + 28 * kNumpOnes) | w) & kNumpHigh; }
 
+inline uint32_t NumpLoad4(const BYTE* p) {
+    uint32_t w;
+    std::memcpy(&w, p, 4);
+    return w;
+}
+inline void NumpStore4(BYTE* p, uint32_t w) { std::memcpy(p, &w, 4); }
+
 // True when some byte of digits[0..count) is above 99.
 inline bool NumpAnyAbove99(const BYTE* digits, int count) {
     if (count < 8) {
+        if (count >= 4) return NumpAbove99(NumpLoad4(digits) | uint64_t(NumpLoad4(digits + count - 4)) << 32) != 0;
         for (int i = 0; i < count; ++i)
             if (digits[i] > 99) return true;
         return false;
@@ -54,6 +62,12 @@ inline bool NumpAnyAbove99(const BYTE* digits, int count) {
 // to[i] = from[i] for count bytes; the two don't overlap.
 inline void NumpCopy(BYTE* to, const BYTE* from, int count) {
     if (count < 8) {
+        if (count >= 4) {
+            uint32_t last = NumpLoad4(from + count - 4);
+            NumpStore4(to, NumpLoad4(from));
+            NumpStore4(to + count - 4, last);
+            return;
+        }
         for (int i = 0; i < count; ++i) to[i] = from[i];
         return;
     }
@@ -78,6 +92,25 @@ inline void NumpComplement(BYTE* to, const BYTE* from, int count) {
     NumpStore8(to + count - 8, last);
 }
 
+// Four digits (0..99, the first the highest) as one limb of 0..10^8 - 1 and
+// back, two digits at a time in 16- and 32-bit lanes. The lanes follow the
+// byte order of the load, which is little-endian on every target.
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "digit lanes are laid out little-endian");
+inline uint32_t NumpLimbOf4(const BYTE* digits) {
+    uint32_t w = NumpLoad4(digits);                                    // d0 | d1 << 8 | d2 << 16 | d3 << 24
+    uint32_t pairs = (w & 0x00FF00FFu) * 100 + ((w >> 8) & 0x00FF00FFu); // d0d1 | d2d3 << 16
+    return (pairs & 0xFFFF) * 10000 + (pairs >> 16);
+}
+inline void NumpDigitsOf4(uint32_t limb, BYTE* digits) {
+    uint32_t high = limb / 10000;
+    uint64_t lanes = high | uint64_t(limb - high * 10000) << 32; // two values below 10^4
+    // x / 100 is (x * 5243) >> 19 for every x below 43699; the products stay
+    // inside their 32-bit lanes.
+    uint64_t tens = ((lanes * 5243) >> 19) & 0x0000007F0000007Full;
+    uint64_t both = tens | (lanes - tens * 100) << 8; // d0 | d1 << 8 in each lane
+    NumpStore4(digits, uint32_t(both | both >> 16));
+}
+
 // Reads `*length` data bytes from `data` (the exponent byte on) into digit
 // values 0..99 (for a normal record). On return *length is the digit count
 // without trailing zero digits and *exponent is E. The result is the
@@ -92,9 +125,10 @@ int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent);
 // length for the caller to store in the length byte. `digits` is modified.
 int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord);
 
-// A record unpacked: digit values without trailing zeros, E, the sign.
+// A record unpacked: digit values without trailing zeros, E, the sign. The
+// bytes behind the digits are room for zeros that make up a whole limb.
 struct NumpOperand {
-    BYTE digits[24];
+    BYTE digits[24 + 4];
     int count;
     int exponent;
     int negative;
