@@ -24,33 +24,79 @@ int compareMagnitudes(const NumpOperand& a, const NumpOperand& b) {
     return 0;
 }
 
+// Eight digits (0..99) in base 100, the last in the low byte: the block of
+// work[0..8) turned so that carries run from the low byte up.
+inline uint64_t loadDigits8(const BYTE* p) { return __builtin_bswap64(NumpLoad8(p)); }
+inline void storeDigits8(BYTE* p, uint64_t w) { NumpStore8(p, __builtin_bswap64(w)); }
+
+// a + b + carry on eight base-100 digits at once. Each byte of b is raised by
+// 156, so that a byte of the binary sum passes 255 exactly when its digits'
+// sum reaches 100; the bytes that did not pass take the 156 off again.
+// *carry (0 or 1) comes in at the low digit and goes out of the high one.
+inline uint64_t addDigits8(uint64_t a, uint64_t b, unsigned* carry) {
+    uint64_t raised = b + 156 * kNumpOnes, sum;
+    unsigned out = __builtin_add_overflow(a, raised, &sum);
+    out |= __builtin_add_overflow(sum, uint64_t(*carry), &sum);
+    uint64_t carriedOut = ((sum ^ a ^ raised) & kNumpOnes) >> 8 | uint64_t(out) << 56;
+    *carry = out;
+    return sum - (~carriedOut & kNumpOnes) * 156;
+}
+
+// a - b - borrow on eight base-100 digits at once: a byte that borrowed from
+// the next reads 256 more than its digit difference and takes 156 off.
+inline uint64_t subtractDigits8(uint64_t a, uint64_t b, unsigned* borrow) {
+    uint64_t difference;
+    unsigned out = __builtin_sub_overflow(a, b, &difference);
+    out |= __builtin_sub_overflow(difference, uint64_t(*borrow), &difference);
+    uint64_t borrowedOut = ((difference ^ a ^ b) & kNumpOnes) >> 8 | uint64_t(out) << 56;
+    *borrow = out;
+    return difference - (borrowedOut & kNumpOnes) * 156;
+}
+
 // top +/- bottom on the magnitudes, top >= bottom. The bottom's digits that
 // fall outside the work area are dropped first, unrounded.
-int addMagnitudes(tagNUMBER* out, const NumpOperand& top, NumpOperand bottom, bool add, bool negative) {
-    BYTE work[kWorkDigits + 2] = {};
-    int shift = top.exponent - bottom.exponent;
-    int excess = shift + bottom.count + (add ? 1 : 0) - kWorkDigits;
-    if (excess > 0) bottom.count = bottom.count - excess < 0 ? 0 : bottom.count - excess;
+int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bottom, bool add, bool negative) {
+    int shift = top.exponent - bottom.exponent; // >= 0: the top's exponent is the larger
+    int bottomCount = bottom.count;
+    int excess = shift + bottomCount + (add ? 1 : 0) - kWorkDigits;
+    if (excess > 0) bottomCount = bottomCount - excess < 0 ? 0 : bottomCount - excess;
 
     int lead = add ? 1 : 0; // a place in front for the last carry
     int count = top.count;
-    for (int i = 0; i < top.count; ++i) work[lead + i] = top.digits[i];
-    if (bottom.count > 0 && shift + bottom.count > count) count = shift + bottom.count;
+    if (bottomCount > 0 && shift + bottomCount > count) count = shift + bottomCount;
     count += lead;
 
-    int carry = 0;
-    for (int i = count - 1; i >= 0; --i) {
-        int j = i - lead - shift; // the bottom digit at this place
-        int digit = (j >= 0 && j < bottom.count) ? bottom.digits[j] : 0;
-        if (add) {
-            int sum = work[i] + digit + carry;
-            carry = sum >= 100;
-            work[i] = BYTE(sum - (carry ? 100 : 0));
-        } else {
-            int sum = work[i] + 100 - digit - carry;
-            carry = sum < 100; // the borrow
-            work[i] = BYTE(sum - (carry ? 0 : 100));
+    if (NumpAnyAbove99(top.digits, top.count) || NumpAnyAbove99(bottom.digits, bottomCount)) {
+        // Digit values above 99 (records that aren't normal): digit by digit,
+        // as the blocks of eight can't hold them.
+        BYTE work[kWorkDigits + 2] = {};
+        for (int i = 0; i < top.count; ++i) work[lead + i] = top.digits[i];
+        int carry = 0;
+        for (int i = count - 1; i >= 0; --i) {
+            int j = i - lead - shift; // the bottom digit at this place
+            int digit = (j >= 0 && j < bottomCount) ? bottom.digits[j] : 0;
+            if (add) {
+                int sum = work[i] + digit + carry;
+                carry = sum >= 100;
+                work[i] = BYTE(sum - (carry ? 100 : 0));
+            } else {
+                int sum = work[i] + 100 - digit - carry;
+                carry = sum < 100; // the borrow
+                work[i] = BYTE(sum - (carry ? 0 : 100));
+            }
         }
+        return NumpWrite(out, work, count, negative, top.exponent + lead);
+    }
+
+    // Both aligned in 24 places (lead + top.count <= 24, and lead + shift +
+    // bottomCount <= 24 after the drop), then three blocks from the last.
+    BYTE work[kWorkDigits] = {}, other[kWorkDigits] = {};
+    NumpCopy(work + lead, top.digits, top.count);
+    if (bottomCount > 0) NumpCopy(other + lead + shift, bottom.digits, bottomCount);
+    unsigned carry = 0;
+    for (int i = kWorkDigits - 8; i >= 0; i -= 8) {
+        uint64_t a = loadDigits8(work + i), b = loadDigits8(other + i);
+        storeDigits8(work + i, add ? addDigits8(a, b, &carry) : subtractDigits8(a, b, &carry));
     }
     return NumpWrite(out, work, count, negative, top.exponent + lead);
 }
