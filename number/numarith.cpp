@@ -98,7 +98,7 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
         uint64_t a = loadDigits8(work + i), b = loadDigits8(other + i);
         storeDigits8(work + i, add ? addDigits8(a, b, &carry) : subtractDigits8(a, b, &carry));
     }
-    return NumpWrite(out, work, count, negative, top.exponent + lead);
+    return NumpWriteNormal(out, work, count, negative, top.exponent + lead);
 }
 
 int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
@@ -191,5 +191,5 @@ int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
         carry = t / kLimb8;
         NumpDigitsOf4(uint32_t(t - carry * kLimb8), product + 4 * k);
     }
-    return NumpWrite(out, product, 4 * (nx + ny), negative, x.exponent + y.exponent - NUM_EXP_BIAS);
+    return NumpWriteNormal(out, product, 4 * (nx + ny), negative, x.exponent + y.exponent - NUM_EXP_BIAS);
 }

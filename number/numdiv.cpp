@@ -173,7 +173,7 @@ void quotientDigits(const NumpOperand& x, const NumpOperand& y, BYTE* q) {
 int OXLAPI NumDivide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
     NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
     int negative = x.negative != y.negative;
-    BYTE q[kQuotientDigits + 1] = {};
+    BYTE q[kQuotientDigits + 1]; // read only as far as written
     if (x.count == 0) return NumpWrite(out, q, 0, 0, NUM_EXP_BIAS);
     if (y.count == 0) { // division by zero: the largest value, rounded and clamped to 10^118
         std::memset(q, 99, kQuotientDigits);
@@ -181,10 +181,14 @@ int OXLAPI NumDivide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
     }
 
     tidyDivisor(y);
-    int stored = kQuotientDigits;
     if (!NumpAnyAbove99(x.digits, x.count)) {
         quotientDigits(x, y, q);
-    } else { // digit by digit in base 100, as the limbs can't take such digits
+        return NumpWriteNormal(out, q, kQuotientDigits, negative, x.exponent - y.exponent + 65);
+    }
+    // Digits above 99 (a dividend that isn't a normal record): digit by digit
+    // in base 100, as the limbs can't take such digits.
+    int stored = 0;
+    {
         BYTE u[kDividendDigits + 2] = {}, d[kQuotientDigits + 2] = {};
         std::memcpy(u + 1, x.digits, x.count);
         std::memcpy(d + 1, y.digits, y.count);
@@ -193,7 +197,6 @@ int OXLAPI NumDivide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
         scale(d, y.count + 1, f);
 
         int n = y.count;
-        stored = 0;
         for (int j = 0; stored < kQuotientDigits; ++j) {
             int digit = estimate(u + j, d[1], d[2]);
             while (!subtractMultiple(u + j, d, n, digit)) --digit;

@@ -68,6 +68,10 @@ int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent) {
 
 int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord) {
     if (NumpAnyAbove99(digits, count)) carryOversizedDigits(digits, count, &exponent);
+    return NumpPackNormal(data, digits, count, negative, exponent, padToWord);
+}
+
+int NumpPackNormal(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord) {
     int first = 0;
     while (first < count && digits[first] == 0) {
         ++first;

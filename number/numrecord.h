@@ -125,6 +125,9 @@ int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent);
 // length for the caller to store in the length byte. `digits` is modified.
 int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord);
 
+// NumpPack for digits known to be 0..99 each, which need no carrying first.
+int NumpPackNormal(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord);
+
 // A record unpacked: digit values without trailing zeros, E, the sign. The
 // bytes behind the digits are room for zeros that make up a whole limb.
 struct NumpOperand {
@@ -159,6 +162,12 @@ inline NumpIntegerPart NumpIntegerOf(const NumpOperand& x) {
 // Packs into `out` (unpadded) and stores the length byte, which it returns.
 inline int NumpWrite(tagNUMBER* out, BYTE* digits, int count, int negative, int exponent) {
     out->bLength = BYTE(NumpPack(out->abData, digits, count, negative, exponent, 0));
+    return out->bLength;
+}
+
+// NumpWrite for digits known to be 0..99 each.
+inline int NumpWriteNormal(tagNUMBER* out, BYTE* digits, int count, int negative, int exponent) {
+    out->bLength = BYTE(NumpPackNormal(out->abData, digits, count, negative, exponent, 0));
     return out->bLength;
 }
 
