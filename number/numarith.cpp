@@ -184,12 +184,20 @@ int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
     for (int k = 0; k <= nx + ny - 1; ++k) columns[k] = 0;
     for (int i = 0; i < nx; ++i)
         for (int j = 0; j < ny; ++j) columns[i + j + 1] += xl[i] * yl[j];
+    // With both first digits above 0 the product is at least 100^-2, so its
+    // first digit above 0 is among the first two; NumpPack then reads no
+    // further than 23 digits behind that one and the digit that rounds them,
+    // which the first 7 columns hold. The later columns give only carries.
+    int columnCount = nx + ny, shown = columnCount;
+    if (x.digits[0] != 0 && y.digits[0] != 0 && shown > 7) shown = 7;
     BYTE product[4 * 12];
     uint64_t carry = 0;
-    for (int k = nx + ny - 1; k >= 0; --k) {
+    int k = columnCount - 1;
+    for (; k >= shown; --k) carry = (columns[k] + carry) / kLimb8;
+    for (; k >= 0; --k) {
         uint64_t t = columns[k] + carry;
         carry = t / kLimb8;
         NumpDigitsOf4(uint32_t(t - carry * kLimb8), product + 4 * k);
     }
-    return NumpWriteNormal(out, product, 4 * (nx + ny), negative, x.exponent + y.exponent - NUM_EXP_BIAS);
+    return NumpWriteNormal(out, product, 4 * shown, negative, x.exponent + y.exponent - NUM_EXP_BIAS);
 }
