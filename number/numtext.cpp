@@ -5,6 +5,9 @@
 
 #include "../core/libstate.h"
 
+#include <cstdint>
+#include <cstring>
+
 namespace {
 
 constexpr int kMaxChars = 47;      // significant digit characters kept
@@ -36,40 +39,15 @@ void setNull(tagNUMBER* out) {
     out->abData[0] = 0xC0;
 }
 
-// The significant digits read so far and the biased decimal exponent.
-struct Mantissa {
-    char chars[kMaxChars + 2];
-    int count = 0;
-    int x = kBias;
-    bool seenDigit = false;
-    bool seenNonZero = false;
-
-    void keep(char c) {
-        if (count < kMaxChars) chars[count++] = c; // further digits are read past, unrounded
-    }
-};
-
-const char* readMantissa(const char* p, Mantissa& m) {
-    for (; isDigit(*p); ++p) {
-        m.seenDigit = true;
-        if (*p == '0' && !m.seenNonZero) continue; // leading zeros
-        m.seenNonZero = true;
-        ++m.x;
-        m.keep(*p);
-    }
-    if (*p != '.') return p;
-    const char* q = p + 1;
-    if (!m.seenNonZero)
-        for (; *q == '0'; ++q) {
-            m.seenDigit = true;
-            --m.x;
-        }
-    for (; isDigit(*q); ++q) {
-        m.seenDigit = true;
-        m.seenNonZero = true;
-        m.keep(*q);
-    }
-    return m.seenDigit ? q : p;
+// Eight digit characters as four base-100 digits: the pairs gathered in
+// 16-bit lanes, then the lanes' low bytes side by side. The lanes follow the
+// byte order of the load, little-endian on every target.
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "character lanes are laid out little-endian");
+void pairsOf8(const char* chars, BYTE* digits) {
+    uint64_t w = NumpLoad8(reinterpret_cast<const BYTE*>(chars)) - '0' * kNumpOnes;
+    uint64_t lanes = (w & 0x00FF00FF00FF00FFull) * 10 + ((w >> 8) & 0x00FF00FF00FF00FFull);
+    uint64_t halves = (lanes | lanes >> 8) & 0x0000FFFF0000FFFFull;
+    NumpStore4(digits, uint32_t(halves | halves >> 16));
 }
 
 } // namespace
@@ -86,9 +64,33 @@ int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text) {
         return int(from - text) + NumHexAsciiToNumber(out, from);
     }
 
-    Mantissa m;
-    p = readMantissa(p, m);
-    if (!m.seenDigit) return 0;
+    // The mantissa: leading zeros, the integer digits (the first above 0),
+    // the point, and the fraction, whose own leading zeros only shift the
+    // point while no integer digit came first. x is the biased count of
+    // decimal places before the point.
+    const char* zeros = p;
+    while (*p == '0') ++p;
+    bool seenDigit = p != zeros;
+    const char* whole = p;
+    while (isDigit(*p)) ++p;
+    int wholeCount = int(p - whole);
+    int x = kBias + wholeCount;
+    const char* fraction = p;
+    int fractionCount = 0;
+    if (*p == '.') {
+        const char* q = p + 1;
+        if (wholeCount == 0) {
+            const char* from = q;
+            while (*q == '0') ++q;
+            x -= int(q - from);
+            seenDigit = seenDigit || q != from;
+        }
+        fraction = q;
+        while (isDigit(*q)) ++q;
+        fractionCount = int(q - fraction);
+        if (seenDigit || wholeCount || fractionCount) p = q; // else the point is no part of a number
+    }
+    if (!seenDigit && !wholeCount && !fractionCount) return 0;
 
     if (*p == 'e' || *p == 'E') {
         ++p;
@@ -99,23 +101,26 @@ int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text) {
             e = e * 10 + (*p - '0');
             if (e >= kExponentLimit) return -1;
         }
-        m.x += down ? -e : e;
+        x += down ? -e : e;
     }
 
-    if (m.x < 0) return -2;
-    char pairs[kMaxChars + 3];
-    int n = 0;
-    if (m.x % 2) { // a lone digit before an even place: pad in front
-        pairs[n++] = '0';
-        ++m.x;
-    }
-    for (int i = 0; i < m.count; ++i) pairs[n++] = m.chars[i];
-    if (n % 2) pairs[n++] = '0';
-    int exponent = m.x / 2;
+    if (x < 0) return -2;
+    int pad = x % 2; // a lone digit before an even place: a zero in front
+    x += pad;
+    int exponent = x / 2;
     if (exponent > NUM_MAX_EXP) return -1;
 
-    BYTE digits[25] = {};
-    for (int i = 0; i < n / 2; ++i) digits[i] = BYTE((pairs[2 * i] - '0') * 10 + pairs[2 * i + 1] - '0');
-    NumpWrite(out, digits, n / 2, negative, exponent);
+    // At most 47 significant characters are kept, unrounded; behind them and
+    // up to a whole block of eight, zeros.
+    char chars[kMaxChars + 1 + 8];
+    std::memset(chars, '0', sizeof chars);
+    int keptWhole = wholeCount < kMaxChars ? wholeCount : kMaxChars;
+    int keptFraction = fractionCount < kMaxChars - keptWhole ? fractionCount : kMaxChars - keptWhole;
+    NumpCopy(reinterpret_cast<BYTE*>(chars + pad), reinterpret_cast<const BYTE*>(whole), keptWhole);
+    NumpCopy(reinterpret_cast<BYTE*>(chars + pad + keptWhole), reinterpret_cast<const BYTE*>(fraction), keptFraction);
+    int count = (pad + keptWhole + keptFraction + 1) / 2;
+    BYTE digits[24 + 4];
+    for (int i = 0; i < count; i += 4) pairsOf8(chars + 2 * i, digits + i);
+    NumpWriteNormal(out, digits, count, negative, exponent);
     return int(p - text);
 }

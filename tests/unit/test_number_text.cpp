@@ -1,5 +1,6 @@
 // NUMBER records from and to text: the decimal and hexadecimal readers, the
 // writer's choice of form within a width, and doubles by way of their text.
+#include "number_baseline.h"
 #include "number_reference.h"
 
 #include "core/libstate.h"
@@ -58,6 +59,16 @@ TEST(NumAsciiToNumber, ResultsAndRecords) {
         {"1e-129", 6, "02 84 0A"},
         {"1e-130", -2, "00"},
         {"12345.678", 9, "06 C3 01 17 2D 43 50"},
+        {"123.4567", 8, "05 C2 01 17 2D 43"},
+        {"000.000", 7, "01 C0"},
+        {".000", 4, "01 C0"},
+        {"0.", 2, "01 C0"},
+        {"00.50", 5, "02 C0 32"},
+        {"-.0e3", 5, "01 C0"},
+        {".05e1", 5, "02 C0 32"},
+        // the 47 characters kept run on from the integer digits into the fraction
+        {"1234567890123456789012345678901234567890.1234567899", 51, want("1234567890123456789012345678901234567890.1234567")},
+        {"12345678901234567890123456789012345678901234567.5", 49, want("12345678901234567890123456789012345678901234567")},
         // 47 significant characters are read, the rest passed over unrounded
         {"1234567890123456789012345678901234567890123456789999", 52, want("12345678901234567890123456789012345678901234567e5")},
         {"0.000000000000000000000000000000000000000000000000000012345678901234567890123456789012345678901234567899",
@@ -106,6 +117,32 @@ TEST(NumAsciiToNumber, AgreesWithTheExactValueRounded) {
         tagNUMBER n;
         ASSERT_EQ(NumAsciiToNumber(&n, text.data()), int(text.size())) << "NumAsciiToNumber(\"" << text << "\")";
         ASSERT_EQ(hex(n), r.record()) << "NumAsciiToNumber(\"" << text << "\")";
+    }
+}
+
+// Text made of the characters a number is made of, in any order, read as the
+// first, character-by-character reader read it: the same count and record.
+TEST(NumAsciiToNumber, SameAsTheCharacterByCharacterReader) {
+    std::mt19937 rng(17);
+    const char alphabet[] = "0000000123456789.....eE+- x";
+    for (int i = 0; i < 30000; ++i) {
+        std::string text;
+        int length = int(rng() % 70);
+        for (int k = 0; k < length; ++k) text += alphabet[rng() % (sizeof alphabet - 1)];
+        if (rng() % 2) text = std::to_string(rng()) + text; // most often a number first
+        if (i % 4 == 0) { // long runs of digits around a point: the 47 characters kept
+            text = std::string(rng() % 3, '0');
+            for (int k = 30 + int(rng() % 30); k > 0; --k) text += char('0' + rng() % 10);
+            text.insert(rng() % text.size(), ".");
+            if (rng() % 2) text += "e" + std::to_string(int(rng() % 400) - 200);
+        }
+        std::string copy = text;
+        tagNUMBER got, want;
+        std::memset(&got, 0xEE, sizeof got);
+        std::memset(&want, 0xEE, sizeof want);
+        int r = NumAsciiToNumber(&got, text.data()), w = numbaseline::AsciiToNumber(&want, copy.data());
+        ASSERT_EQ(r, w) << "NumAsciiToNumber(\"" << text << "\")";
+        ASSERT_EQ(hex(got, 2 + (got.bLength & 0x3F)), hex(want, 2 + (want.bLength & 0x3F))) << "NumAsciiToNumber(\"" << text << "\")";
     }
 }
 
