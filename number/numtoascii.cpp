@@ -23,18 +23,63 @@ struct Layout {
     bool negative = false;
 };
 
+// "00" to "99": the two characters of each digit value.
+constexpr struct DigitPairs {
+    char c[200];
+    constexpr DigitPairs() : c() {
+        for (int i = 0; i < 100; ++i) {
+            c[2 * i] = char('0' + i / 10);
+            c[2 * i + 1] = char('0' + i % 10);
+        }
+    }
+} kPairs;
+
+// Four digit values (0..99) as their eight characters: each digit in a
+// 16-bit lane, split into tens ((d * 103) >> 10 is d / 10 below 179) and
+// ones; the lanes follow the little-endian byte order of every target.
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "digit lanes are laid out little-endian");
+void fourDigitsAsText(const BYTE* digits, char* text) {
+    uint64_t w = NumpLoad4(digits);
+    uint64_t lanes = (w | w << 16) & 0x0000FFFF0000FFFFull;
+    lanes = (lanes | lanes << 8) & 0x00FF00FF00FF00FFull;
+    uint64_t tens = ((lanes * 103) >> 10) & 0x000F000F000F000Full;
+    uint64_t ones = lanes - tens * 10;
+    NumpStore8(reinterpret_cast<BYTE*>(text), tens | ones << 8 | '0' * kNumpOnes);
+}
+
 Layout layoutOf(const NumpOperand& v) {
     Layout L;
     L.negative = v.negative != 0;
-    for (int i = 0; i < v.count; ++i) {
-        L.t[L.lt++] = char('0' + v.digits[i] / 10);
-        L.t[L.lt++] = char('0' + v.digits[i] % 10);
-    }
-    while (L.lt > 0 && L.t[L.lt - 1] == '0') --L.lt;
     L.x = 2 * (v.exponent - NUM_EXP_BIAS);
-    if (L.lt > 0 && L.t[0] == '0') {
-        std::memmove(L.t, L.t + 1, --L.lt);
-        --L.x;
+    if (v.count > 0 && v.digits[0] != 0 && !NumpAnyAbove99(v.digits, v.count)) {
+        // A normal record: its first digit shows one character when below 10
+        // (the zero in front of it goes), then two a digit; only the last
+        // digit's second character can be a trailing zero.
+        int first = v.digits[0];
+        char* t = L.t;
+        if (first < 10) {
+            *t++ = char('0' + first);
+            --L.x;
+        } else {
+            std::memcpy(t, kPairs.c + 2 * first, 2);
+            t += 2;
+        }
+        // The others four at a time (the bytes behind the last digit give
+        // characters behind the text's end, inside L.t).
+        for (int i = 1; i < v.count; i += 4, t += 8) fourDigitsAsText(v.digits + i, t);
+        t -= 2 * ((v.count + 2) / 4 * 4 - (v.count - 1));
+        if (t[-1] == '0') --t;
+        L.lt = int(t - L.t);
+    } else {
+        for (int i = 0; i < v.count; ++i) {
+            L.t[L.lt++] = char('0' + v.digits[i] / 10);
+            L.t[L.lt++] = char('0' + v.digits[i] % 10);
+        }
+        while (L.lt > 0 && L.t[L.lt - 1] == '0') --L.lt;
+        if (L.lt > 0 && L.t[0] == '0') {
+            std::memmove(L.t, L.t + 1, --L.lt);
+            --L.x;
+        }
     }
     if (L.lt == 0) { // zero: the text "0", never signed
         L.zero = true;
@@ -81,12 +126,12 @@ char* writeFixed(char* out, const Layout& L, int m) {
     int fEnd = L.lenI + L.lenF < keep ? L.lenI + L.lenF : keep;
     while (fEnd > L.lenI && L.t[fEnd - 1] == '0') --fEnd;
     bool point = L.point && fEnd > L.lenI;
-    std::memcpy(out, L.t, L.lenI);
+    NumpCopy(reinterpret_cast<BYTE*>(out), reinterpret_cast<const BYTE*>(L.t), L.lenI);
     out = repeat(out + L.lenI, '0', L.P);
     if (point) *out++ = '.';
     out = repeat(out, '0', L.Z);
     if (fEnd > L.lenI) {
-        std::memcpy(out, L.t + L.lenI, fEnd - L.lenI);
+        NumpCopy(reinterpret_cast<BYTE*>(out), reinterpret_cast<const BYTE*>(L.t + L.lenI), fEnd - L.lenI);
         out += fEnd - L.lenI;
     }
     if (out == start) *out++ = '0';

@@ -1,6 +1,6 @@
-// The decimal engine's arithmetic and its text reader as they were first
-// written: digit by digit in base 100, character by character, a plain
-// NumpPack and NumpUnpack. The faster engine must give the
+// The decimal engine's arithmetic, its text reader and writer as they were
+// first written: digit by digit in base 100, character by character, a
+// plain NumpPack and NumpUnpack. The faster engine must give the
 // same bytes for every operand, normal records or not; the differential tests
 // run both side by side.
 #ifndef OXL_TESTS_NUMBER_BASELINE_H
@@ -514,6 +514,162 @@ inline int AsciiToNumber(tagNUMBER* out, char* text) {
     for (int i = 0; i < n / 2; ++i) digits[i] = BYTE((pairs[2 * i] - '0') * 10 + pairs[2 * i + 1] - '0');
     writeRecord(out, digits, n / 2, negative, exponent);
     return int(p - text);
+}
+
+namespace {
+
+struct Layout {
+    char t[2 * 24 + 2];
+    int lt = 0;   // length of t
+    int x = 0;    // decimal places before the point, for t[0]
+    int lenI = 0; // characters of t in I
+    int lenF = 0; // characters of t in F
+    int P = 0, Z = 0;
+    bool point = false;
+    bool zero = false;
+    bool negative = false;
+};
+
+Layout layoutOf(const NumpOperand& v) {
+    Layout L;
+    L.negative = v.negative != 0;
+    for (int i = 0; i < v.count; ++i) {
+        L.t[L.lt++] = char('0' + v.digits[i] / 10);
+        L.t[L.lt++] = char('0' + v.digits[i] % 10);
+    }
+    while (L.lt > 0 && L.t[L.lt - 1] == '0') --L.lt;
+    L.x = 2 * (v.exponent - NUM_EXP_BIAS);
+    if (L.lt > 0 && L.t[0] == '0') {
+        std::memmove(L.t, L.t + 1, --L.lt);
+        --L.x;
+    }
+    if (L.lt == 0) { // zero: the text "0", never signed
+        L.zero = true;
+        L.x = 0;
+        L.P = 1;
+    } else if (L.x <= 0) {
+        L.Z = -L.x;
+        L.lenF = L.lt;
+        L.point = true;
+    } else if (L.x < L.lt) {
+        L.lenI = L.x;
+        L.lenF = L.lt - L.x;
+        L.point = true;
+    } else {
+        L.lenI = L.lt;
+        L.P = L.x - L.lt;
+    }
+    return L;
+}
+
+// Rounds t at index i (half up): true when the carry ran out of the front,
+// leaving "1" and zeros.
+bool roundAt(Layout& L, int i) {
+    if (L.t[i] < '5') return false;
+    int k = i - 1;
+    for (; k >= 0 && L.t[k] == '9'; --k) L.t[k] = '0';
+    if (k >= 0) {
+        ++L.t[k];
+        return false;
+    }
+    L.t[0] = '1';
+    for (int j = 1; j < L.lt; ++j) L.t[j] = '0';
+    return true;
+}
+
+char* repeat(char* out, char c, int n) {
+    for (int i = 0; i < n; ++i) *out++ = c;
+    return out;
+}
+
+char* writeFixed(char* out, const Layout& L, int m) {
+    char* start = out;
+    int keep = m - L.Z < 0 ? 0 : m - L.Z;
+    int fEnd = L.lenI + L.lenF < keep ? L.lenI + L.lenF : keep;
+    while (fEnd > L.lenI && L.t[fEnd - 1] == '0') --fEnd;
+    bool point = L.point && fEnd > L.lenI;
+    std::memcpy(out, L.t, L.lenI);
+    out = repeat(out + L.lenI, '0', L.P);
+    if (point) *out++ = '.';
+    out = repeat(out, '0', L.Z);
+    if (fEnd > L.lenI) {
+        std::memcpy(out, L.t + L.lenI, fEnd - L.lenI);
+        out += fEnd - L.lenI;
+    }
+    if (out == start) *out++ = '0';
+    return out;
+}
+
+// Fills w characters exactly: d.ddd, then E, the sign and two digits.
+char* writeScientific(char* out, const Layout& L, int w) {
+    int e = L.x - 1, tail = w - 6;
+    bool beyond = e < -99 || e > 99; // shown as the largest mantissa and exponent 99
+    *out++ = beyond ? '9' : L.t[0];
+    *out++ = '.';
+    for (int i = 1; i <= tail; ++i) *out++ = beyond ? '9' : (i < L.lt ? L.t[i] : '0');
+    int mag = beyond ? 99 : (e < 0 ? -e : e);
+    *out++ = 'E';
+    *out++ = e < 0 ? '-' : '+';
+    *out++ = char('0' + mag / 10);
+    *out++ = char('0' + mag % 10);
+    return out;
+}
+
+} // namespace
+
+inline int ToAscii(tagNUMBER* n, char* buffer, WORD width) {
+    int length = NumpLength(n);
+    if (length == 0 || length > 24) {
+        buffer[0] = 0;
+        return 0;
+    }
+    Layout L = layoutOf(readOperand(n, length));
+
+    char* out = buffer;
+    int w = width;
+    if (!L.zero && L.negative) {
+        *out++ = '-';
+        --w;
+    }
+
+    bool scientific;
+    int m;
+    if (L.lenI == 0) {
+        scientific = w <= L.lt + L.Z + 1 && L.Z >= 4;
+        m = w - (L.point ? 1 : 0);
+    } else {
+        scientific = L.lenI + L.P > w;
+        if (L.point && w == 1)
+            m = 1;
+        else if (L.P > 0 || w > L.lenI)
+            m = w - (L.point ? 1 : 0);
+        else
+            m = L.lenI;
+    }
+    if (scientific) {
+        m = w - 5;
+        L.Z = 0;
+    }
+    if (m < 1) return 0; // no room for a digit
+
+    if (m < L.lt + L.Z && m - L.Z >= 0 && roundAt(L, m - L.Z)) {
+        ++L.x; // the zero or digit that the new 1 pushes aside goes
+        if (L.Z > 0)
+            --L.Z;
+        else
+            ++L.lenI;
+        if (L.lenF > 0) --L.lenF;
+        if (!scientific && L.lenI + L.P > m) {
+            scientific = true;
+            m = w - 5;
+            L.Z = 0;
+            if (m < 1) return 0; // no room for the exponent
+        }
+    }
+
+    out = scientific ? writeScientific(out, L, w) : writeFixed(out, L, m);
+    *out = 0;
+    return int(out - buffer);
 }
 
 } // namespace numbaseline

@@ -260,6 +260,27 @@ char* scriptedSetlocale(int category, const char* locale) {
     return const_cast<char*>(locale ? locale : gLocaleNow);
 }
 
+// Records of every length, normal or not, written in every width as the
+// first, character-by-character writer wrote them.
+TEST(NumToAscii, SameAsTheCharacterByCharacterWriter) {
+    std::mt19937 rng(23);
+    for (int i = 0; i < 20000; ++i) {
+        tagNUMBER n;
+        for (BYTE* p = &n.bLength; p < &n.bLength + sizeof n; ++p) *p = BYTE(rng());
+        if (i % 8) { // mostly normal records
+            Ref r = randomRef(rng, 1 + int(rng() % 46), 70);
+            n = rec(r.text());
+        }
+        WORD width = WORD(rng() % 50);
+        char got[64], want[64];
+        std::memset(got, 'x', sizeof got);
+        std::memset(want, 'x', sizeof want);
+        int r = NumToAscii(&n, got, width), w = numbaseline::ToAscii(&n, want, width);
+        ASSERT_EQ(r, w) << "NumToAscii(" << hex(n, 25) << ", " << width << ")";
+        ASSERT_EQ(std::string(got, width + 4), std::string(want, width + 4)) << "NumToAscii(" << hex(n, 25) << ", " << width << ")";
+    }
+}
+
 TEST(FMTgcvt, TextOfFifteenDigitsWithAPoint) {
     const struct {
         double value;
