@@ -116,7 +116,28 @@ inline void NumpDigitsOf4(uint32_t limb, BYTE* digits) {
 // without trailing zero digits and *exponent is E. The result is the
 // negative flag. Lengths below 2 or above 24 read as no digits, exponent
 // 0xC0, positive.
-int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent);
+inline int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent) {
+    int len = *length;
+    if (len < 2 || len > 24) {
+        *length = 0;
+        *exponent = 0xC0;
+        return 0;
+    }
+    int negative = !(data[0] & 0x80);
+    int count;
+    if (!negative) {
+        count = len - 1;
+        NumpCopy(digits, data + 1, count);
+        *exponent = data[0] & 0x7F;
+    } else {
+        count = len - 2; // the last byte is the terminator, whatever it holds
+        NumpComplement(digits, data + 1, count);
+        *exponent = BYTE(~data[0]) & 0x7F;
+    }
+    while (count > 0 && digits[count - 1] == 0) --count;
+    *length = count;
+    return negative;
+}
 
 // Writes any digit string (leading and trailing zeros, any length) as a
 // normal record into `data` from the exponent byte on, rounding half up on
@@ -125,8 +146,70 @@ int NumpUnpack(BYTE* digits, const BYTE* data, int* length, int* exponent);
 // length for the caller to store in the length byte. `digits` is modified.
 int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord);
 
+// Rounds digits[0..limit) by digits[limit] (half up on the magnitude, base
+// 100) and returns the new count. A carry out of the first digit leaves the
+// single digit 1 and raises the exponent.
+inline int NumpRoundToLimit(BYTE* digits, int limit, int* exponent) {
+    if (digits[limit] + 50 < 100) return limit;
+    // The carry passes every 99 in front of the limit, making it 0 (dropped
+    // with the digits behind it), and stops in the first digit below 99.
+    int i = limit - 1;
+    while (i >= 7 && NumpLoad8(digits + i - 7) == 99 * kNumpOnes) i -= 8;
+    while (i >= 0 && digits[i] == 99) --i;
+    if (i >= 0) {
+        ++digits[i];
+        return i + 1;
+    }
+    digits[0] = 1;
+    ++*exponent;
+    return 1;
+}
+
 // NumpPack for digits known to be 0..99 each, which need no carrying first.
-int NumpPackNormal(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord);
+constexpr BYTE kNumpTerminator = 0x65;
+inline int NumpPackNormal(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord) {
+    int first = 0;
+    while (first < count && digits[first] == 0) {
+        ++first;
+        --exponent;
+    }
+    digits += first;
+    count -= first;
+
+    int limit = negative ? NUM_MAX_DIGITS_NEG : NUM_MAX_DIGITS_POS;
+    if (count > limit) count = NumpRoundToLimit(digits, limit, &exponent);
+
+    while (count > 0 && digits[count - 1] == 0) --count;
+    int written;
+    if (count == 0) { // zero: no sign, no shift
+        data[0] = 0x80 + NUM_EXP_BIAS;
+        written = 1;
+        negative = 0;
+    } else {
+        if (exponent < NUM_MIN_EXP) exponent = NUM_MIN_EXP;
+        if (exponent > NUM_MAX_EXP) exponent = NUM_MAX_EXP;
+        if (!negative) {
+            data[0] = BYTE(0x80 + exponent);
+            NumpCopy(data + 1, digits, count);
+            written = 1 + count;
+        } else {
+            data[0] = BYTE(~(0x80 + exponent));
+            NumpComplement(data + 1, digits, count);
+            data[1 + count] = kNumpTerminator;
+            written = 2 + count;
+        }
+    }
+    if (padToWord) {
+        int padded = (written + 3) & ~3;
+        if (!negative) {
+            while (written < padded) data[written++] = 0x00;
+        } else {
+            while (written < padded) data[written++ - 1] = 0x64; // zero digits before the terminator
+            data[written - 1] = kNumpTerminator;
+        }
+    }
+    return written;
+}
 
 // A record unpacked: digit values without trailing zeros, E, the sign. The
 // bytes behind the digits are room for zeros that make up a whole limb.
