@@ -3,12 +3,24 @@
 // decimal when v is even and at its low decimal when v is odd.
 #include "numrecord.h"
 
+namespace {
+
+// NumpWrite, or its form for digits 0..99 when the record read was normal:
+// rounding carries each digit it raises back below 100.
+int writeRounded(tagNUMBER* out, BYTE* digits, int count, int negative, int exponent, bool normal) {
+    return normal ? NumpWriteNormal(out, digits, count, negative, exponent)
+                  : NumpWrite(out, digits, count, negative, exponent);
+}
+
+} // namespace
+
 int OXLAPI NumRound(tagNUMBER* out, tagNUMBER* in, int scale) {
     NumpOperand x = NumpRead(in, NumpLength(in));
     BYTE* d = x.digits;
+    bool normal = !NumpAnyAbove99(d, x.count);
     int v = scale + 2 * (x.exponent - NUM_EXP_BIAS); // decimal places kept, from the first digit's
-    if (v < 0) return NumpWrite(out, d, 0, 0, NUM_EXP_BIAS);
-    if (v >= 2 * x.count) return NumpWrite(out, d, x.count, x.negative, x.exponent);
+    if (v < 0) return NumpWriteNormal(out, d, 0, 0, NUM_EXP_BIAS);
+    if (v >= 2 * x.count) return writeRounded(out, d, x.count, x.negative, x.exponent, normal);
 
     int at = v / 2;
     d[at] = BYTE(d[at] + (v % 2 ? 5 : 50)); // half up on the magnitude
@@ -16,7 +28,7 @@ int OXLAPI NumRound(tagNUMBER* out, tagNUMBER* in, int scale) {
         d[i] = BYTE(d[i] - 100);
         if (i == 0) { // the carry ran out of the first digit
             d[0] = 1;
-            return NumpWrite(out, d, 1, x.negative, x.exponent + 1);
+            return NumpWriteNormal(out, d, 1, x.negative, x.exponent + 1);
         }
         ++d[i - 1];
     }
@@ -25,7 +37,7 @@ int OXLAPI NumRound(tagNUMBER* out, tagNUMBER* in, int scale) {
         d[at] = BYTE(d[at] - d[at] % 10);
         count = at + 1;
     }
-    return NumpWrite(out, d, count, x.negative, x.exponent);
+    return writeRounded(out, d, count, x.negative, x.exponent, normal);
 }
 
 int OXLAPI NumTruncate(tagNUMBER* n, int precision, int scale) {
