@@ -66,9 +66,12 @@ inline void NumpCopy(BYTE* to, const BYTE* from, int count) {
             uint32_t last = NumpLoad4(from + count - 4);
             NumpStore4(to, NumpLoad4(from));
             NumpStore4(to + count - 4, last);
-            return;
+        } else if (count > 0) { // 1 to 3 bytes: the first, the middle, the last
+            BYTE a = from[0], b = from[count / 2], c = from[count - 1];
+            to[0] = a;
+            to[count / 2] = b;
+            to[count - 1] = c;
         }
-        for (int i = 0; i < count; ++i) to[i] = from[i];
         return;
     }
     uint64_t last = NumpLoad8(from + count - 8);

@@ -19,6 +19,8 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 // White space as the string family defines it: 9 to 13 and 32, and on a
 // double-byte system also the language's double-byte blank.
 const char* skipSpace(const char* p) {
+    BYTE first = BYTE(*p);
+    if (first > ' ' && first < 0x80) return p; // no blank, nor the lead byte of one
     static const unsigned kBlank[] = {0, 0x8140, 0xA140, 0xA1A1};
     const LIBSTATE& s = *gpLibState;
     unsigned blank = s.bDBCS && s.nDBCSLanguage >= 1 && s.nDBCSLanguage <= 3 ? kBlank[s.nDBCSLanguage] : 0;
