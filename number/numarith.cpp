@@ -156,7 +156,7 @@ constexpr uint64_t kLimb8 = 100000000; // four base-100 digits
 // Digits 0..99 as limbs of four digits from the front, the missing digits
 // of the last one 0; returns the limb count.
 int toLimbs8(NumpOperand& v, uint64_t* limbs) {
-    std::memset(v.digits + v.count, 0, 3); // count <= 23: inside the room behind the digits
+    NumpStore4(v.digits + v.count, 0); // count <= 23: inside the room behind the digits
     int n = (v.count + 3) / 4;
     const BYTE* d = v.digits;
     for (int i = 0; i < n; ++i, d += 4) limbs[i] = NumpLimbOf4(d);
@@ -179,9 +179,8 @@ int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
     // gathered first and carried once: the exact product, as digit by digit
     // would give it. A column holds at most 6 products below 10^16, inside
     // 64 bits.
-    uint64_t xl[6], yl[6], columns[12];
+    uint64_t xl[6], yl[6], columns[12] = {};
     int nx = toLimbs8(x, xl), ny = toLimbs8(y, yl);
-    for (int k = 0; k <= nx + ny - 1; ++k) columns[k] = 0;
     for (int i = 0; i < nx; ++i)
         for (int j = 0; j < ny; ++j) columns[i + j + 1] += xl[i] * yl[j];
     // With both first digits above 0 the product is at least 100^-2, so its
