@@ -101,7 +101,64 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
     return NumpWriteNormal(out, work, count, negative, top.exponent + lead);
 }
 
+// An operand's digits, read straight from the record, at `offset` in a
+// zeroed area of 24 places; those behind the area are dropped, unrounded.
+void place(BYTE* area, const BYTE* data, int count, bool negative, int offset) {
+    int n = kWorkDigits - offset < count ? kWorkDigits - offset : count;
+    if (n <= 0) return;
+    if (negative)
+        NumpComplement(area + offset, data + 1, n);
+    else
+        NumpCopy(area + offset, data + 1, n);
+}
+
+bool anyBlock(const BYTE* area, uint64_t (*test)(uint64_t)) {
+    return (test(NumpLoad8(area)) | test(NumpLoad8(area + 8)) | test(NumpLoad8(area + 16))) != 0;
+}
+uint64_t itself(uint64_t w) { return w; }
+
+// The sum or difference of two records that both have digits, all 0..99,
+// with none of the bottom's left over in front of the work area: each
+// record's digits go straight to their place in the work area, aligned by
+// the exponents, and the top is the larger exponent or, for equal ones, the
+// larger area. The same steps as addMagnitudes, which takes every other
+// case; false when it must.
+bool addInPlace(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
+    int la = NumpLengthArith(a), lb = NumpLengthArith(b);
+    if (la < 2 || la > 24 || lb < 2 || lb > 24) return false;
+    const BYTE *da = a->abData, *db = b->abData;
+    bool negA = !(da[0] & 0x80), negB = !(db[0] & 0x80);
+    int ea = (negA ? ~da[0] : da[0]) & 0x7F, eb = (negB ? ~db[0] : db[0]) & 0x7F;
+    bool add = (negA + negB + subtract) % 2 == 0;
+    int lead = add ? 1 : 0, top = ea > eb ? ea : eb;
+    BYTE wa[kWorkDigits] = {}, wb[kWorkDigits] = {};
+    place(wa, da, negA ? la - 2 : la - 1, negA, lead + top - ea);
+    place(wb, db, negB ? lb - 2 : lb - 1, negB, lead + top - eb);
+    if (anyBlock(wa, NumpAbove99) || anyBlock(wb, NumpAbove99)) return false;
+    if (!anyBlock(wa, itself) || !anyBlock(wb, itself)) return false; // no digits, or none left in the area
+
+    bool aTop = ea != eb ? ea > eb : true;
+    for (int i = 0; ea == eb && i < kWorkDigits; i += 8) {
+        uint64_t x = loadDigits8(wa + i), y = loadDigits8(wb + i);
+        if (x != y) {
+            aTop = x > y;
+            break;
+        }
+    }
+    BYTE* work = aTop ? wa : wb;
+    const BYTE* other = aTop ? wb : wa;
+    unsigned carry = 0;
+    for (int i = kWorkDigits - 8; i >= 0; i -= 8) {
+        uint64_t x = loadDigits8(work + i), y = loadDigits8(other + i);
+        storeDigits8(work + i, add ? addDigits8(x, y, &carry) : subtractDigits8(x, y, &carry));
+    }
+    bool negative = aTop ? negA : negB != subtract;
+    NumpWriteNormal(out, work, kWorkDigits, negative, top + lead);
+    return true;
+}
+
 int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
+    if (addInPlace(out, a, b, subtract)) return out->bLength;
     NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
     if (x.count == 0) x.exponent = y.exponent;
     if (y.count == 0) y.exponent = x.exponent;
