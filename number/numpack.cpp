@@ -1,5 +1,7 @@
 #include "numrecord.h"
 
+constexpr NumpDigitPairs kNumpDigitPairs;
+
 namespace {
 
 // Digit values above 99 come only from records whose bytes were never a

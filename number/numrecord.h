@@ -96,22 +96,28 @@ inline void NumpComplement(BYTE* to, const BYTE* from, int count) {
 }
 
 // Four digits (0..99, the first the highest) as one limb of 0..10^8 - 1 and
-// back, two digits at a time in 16- and 32-bit lanes. The lanes follow the
-// byte order of the load, which is little-endian on every target.
+// back. The limb is made two digits at a time in 16-bit lanes, which follow
+// the byte order of the load, little-endian on every target; the digits come
+// back two at a time from a table.
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "digit lanes are laid out little-endian");
 inline uint32_t NumpLimbOf4(const BYTE* digits) {
     uint32_t w = NumpLoad4(digits);                                    // d0 | d1 << 8 | d2 << 16 | d3 << 24
     uint32_t pairs = (w & 0x00FF00FFu) * 100 + ((w >> 8) & 0x00FF00FFu); // d0d1 | d2d3 << 16
     return (pairs & 0xFFFF) * 10000 + (pairs >> 16);
 }
+// Each value below 10^4 as its two digits, the high one in the low byte.
+// Defined once, in numpack.cpp: an inline variable would be a unique symbol
+// on ELF, and such a symbol keeps the library from being unloaded.
+struct NumpDigitPairs {
+    uint16_t pair[10000];
+    constexpr NumpDigitPairs() : pair() {
+        for (int i = 0; i < 10000; ++i) pair[i] = uint16_t(i / 100 | (i % 100) << 8);
+    }
+};
+extern const NumpDigitPairs kNumpDigitPairs;
 inline void NumpDigitsOf4(uint32_t limb, BYTE* digits) {
     uint32_t high = limb / 10000;
-    uint64_t lanes = high | uint64_t(limb - high * 10000) << 32; // two values below 10^4
-    // x / 100 is (x * 5243) >> 19 for every x below 43699; the products stay
-    // inside their 32-bit lanes.
-    uint64_t tens = ((lanes * 5243) >> 19) & 0x0000007F0000007Full;
-    uint64_t both = tens | (lanes - tens * 100) << 8; // d0 | d1 << 8 in each lane
-    NumpStore4(digits, uint32_t(both | both >> 16));
+    NumpStore4(digits, kNumpDigitPairs.pair[high] | uint32_t(kNumpDigitPairs.pair[limb - high * 10000]) << 16);
 }
 
 // Reads `*length` data bytes from `data` (the exponent byte on) into digit
