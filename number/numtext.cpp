@@ -113,15 +113,16 @@ int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text) {
     if (exponent > NUM_MAX_EXP) return -1;
 
     // At most 47 significant characters are kept, unrounded; behind them and
-    // up to a whole block of eight, zeros.
-    char chars[kMaxChars + 1 + 8];
+    // up to a whole block of eight, zeros. The zero in front and 47 make six
+    // blocks exactly.
+    char chars[kMaxChars + 1];
     std::memset(chars, '0', sizeof chars);
     int keptWhole = wholeCount < kMaxChars ? wholeCount : kMaxChars;
     int keptFraction = fractionCount < kMaxChars - keptWhole ? fractionCount : kMaxChars - keptWhole;
     NumpCopy(reinterpret_cast<BYTE*>(chars + pad), reinterpret_cast<const BYTE*>(whole), keptWhole);
     NumpCopy(reinterpret_cast<BYTE*>(chars + pad + keptWhole), reinterpret_cast<const BYTE*>(fraction), keptFraction);
     int count = (pad + keptWhole + keptFraction + 1) / 2;
-    BYTE digits[24 + 4];
+    BYTE digits[24];
     for (int i = 0; i < count; i += 4) pairsOf8(chars + 2 * i, digits + i);
     NumpWriteNormal(out, digits, count, negative, exponent);
     return int(p - text);
