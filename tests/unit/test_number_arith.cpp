@@ -223,7 +223,8 @@ tagNUMBER randomRecord(std::mt19937& rng) {
 // result the same, for normal and non-normal operands alike.
 TEST(NumArithmetic, SameBytesAsTheDigitByDigitEngine) {
     struct Pair {
-        BinaryOp fast, plain;
+        BinaryOp fast;
+        int (*plain)(tagNUMBER*, tagNUMBER*, tagNUMBER*);
         const char* name;
     } pairs[] = {{NumAddition, numbaseline::Addition, "NumAddition"},
                  {NumSubtract, numbaseline::Subtract, "NumSubtract"},
@@ -234,9 +235,10 @@ TEST(NumArithmetic, SameBytesAsTheDigitByDigitEngine) {
     for (int i = 0; i < 40000 && failures < 10; ++i) {
         tagNUMBER a = randomRecord(rng), b = randomRecord(rng);
         if (i % 16 == 0) b = a; // equal magnitudes: a - a, and the tie between equal exponents
-        if (i % 16 == 1 && (a.bLength & 0x3F) > 2) { // equal exponents, a last digit apart
+        int length = a.bLength & 0x3F;
+        if (i % 16 == 1 && length > 2 && length <= 24) { // equal exponents, a last digit apart
             b = a;
-            ++b.abData[(a.bLength & 0x3F) - 2];
+            ++b.abData[length - 2];
         }
         for (const Pair& p : pairs) {
             tagNUMBER x = a, y = b, out1, out2;
