@@ -170,6 +170,24 @@ int OXLAPI NumToAscii(tagNUMBER* n, char* buffer, WORD width) {
         --w;
     }
 
+    // The fixed form with an integer part and every digit of t: nothing to
+    // round, nothing to cut, so I, then P or the point and F.
+    if (L.lenI > 0 && L.lt + L.P + (L.point ? 1 : 0) <= w) {
+        BYTE* text = reinterpret_cast<BYTE*>(out);
+        const BYTE* t = reinterpret_cast<const BYTE*>(L.t);
+        if (L.point) {
+            NumpCopy(text, t, L.lenI);
+            text[L.lenI] = '.';
+            NumpCopy(text + L.lenI + 1, t + L.lenI, L.lenF);
+            out += L.lt + 1;
+        } else {
+            NumpCopy(text, t, L.lt);
+            out = repeat(out + L.lt, '0', L.P);
+        }
+        *out = 0;
+        return int(out - buffer);
+    }
+
     bool scientific;
     int m;
     if (L.lenI == 0) {
