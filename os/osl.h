@@ -50,16 +50,24 @@ struct OslMemoryService {
     HLOCAL(WINAPI* LocalFree)(HLOCAL mem);
 };
 
-/* A named mapping at a fixed address and a named mutex, across processes. */
+/* A named mapping at a fixed address and a named mutex, across processes.
+ * Each object exists once per machine (per prefix under Wine) while any
+ * process has it open. */
 struct OslSharedService {
-    /* Creates or opens the mapping; *created tells which. Null on failure. */
-    HANDLE (*CreateMapping)(LPCSTR name, DWORD bytes, BOOL* created);
-    /* Maps the whole mapping at exactly `at`, never over an existing mapping. */
-    LPVOID (*MapAt)(HANDLE mapping, LPVOID at, DWORD bytes);
-    BOOL (*Unmap)(LPVOID view, DWORD bytes);
-    /* A mutex that any process may open (null DACL on Windows). */
-    HANDLE (*CreateMutex)(LPCSTR name);
-    /* WAIT_OBJECT_0, WAIT_ABANDONED, WAIT_TIMEOUT or WAIT_FAILED. */
+    /* Makes `descriptor` (sizeof(SECURITY_DESCRIPTOR) bytes of the caller's)
+     * one that lets every user open the object: a null DACL on Windows. */
+    BOOL (*OpenToAll)(PSECURITY_DESCRIPTOR descriptor);
+    /* Creates or opens the mapping; *created is 1 only for its creator. A
+     * new mapping reads as zeros. Null on failure. `security` may be null. */
+    HANDLE (*CreateMapping)(LPSECURITY_ATTRIBUTES security, LPCSTR name, DWORD bytes, BOOL* created);
+    /* Maps the whole mapping at exactly `at`, never over an existing mapping;
+     * null when that address can't be had. */
+    LPVOID (*MapAt)(HANDLE mapping, LPVOID at);
+    BOOL (*Unmap)(LPVOID view);
+    /* Creates or opens a mutex, not owned. Recursive per thread. */
+    HANDLE (*CreateMutex)(LPSECURITY_ATTRIBUTES security, LPCSTR name);
+    /* WAIT_OBJECT_0; WAIT_ABANDONED when the owner died holding it (the
+     * caller owns it now); WAIT_TIMEOUT or WAIT_FAILED. */
     DWORD (*WaitMutex)(HANDLE mutex, DWORD milliseconds);
     BOOL (*ReleaseMutex)(HANDLE mutex);
     BOOL (*CloseHandle)(HANDLE handle);

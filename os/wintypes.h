@@ -86,6 +86,27 @@ typedef struct _CRITICAL_SECTION {
     pthread_mutex_t mutex;
 } CRITICAL_SECTION;
 
+/* Laid out as Windows lays them out, so a descriptor that the library
+ * allocates by size fits either backend. */
+typedef struct _SECURITY_DESCRIPTOR {
+    BYTE Revision, Sbz1;
+    WORD Control;
+    void *Owner, *Group, *Sacl, *Dacl;
+} SECURITY_DESCRIPTOR, *PSECURITY_DESCRIPTOR;
+typedef struct _SECURITY_ATTRIBUTES {
+    DWORD nLength;
+    LPVOID lpSecurityDescriptor;
+    BOOL bInheritHandle;
+} SECURITY_ATTRIBUTES, *LPSECURITY_ATTRIBUTES;
+
+#define WAIT_OBJECT_0 0x00000000
+#define WAIT_ABANDONED 0x00000080
+#define WAIT_TIMEOUT 0x00000102
+#define WAIT_FAILED ((DWORD)0xFFFFFFFF)
+#ifndef TRUE
+#define TRUE 1
+#define FALSE 0
+#endif
 #define TLS_OUT_OF_INDEXES ((DWORD)0xFFFFFFFF)
 #define DLL_PROCESS_DETACH 0
 #define DLL_PROCESS_ATTACH 1

@@ -9,6 +9,7 @@
 #include "../osl.h"
 #include "../../core/libstate.h"
 #include "../codepage.h"
+#include "shared_posix.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -251,19 +252,6 @@ SIZE_T WINAPI globalSize(HGLOBAL mem) {
 HLOCAL WINAPI localAlloc(UINT, SIZE_T) { return nullptr; }
 HLOCAL WINAPI localFree(HLOCAL mem) { return mem; }
 
-// ---- shared memory -------------------------------------------------------
-
-HANDLE createMapping(LPCSTR, DWORD, BOOL* created) {
-    if (created) *created = 0;
-    return nullptr;
-}
-LPVOID mapAt(HANDLE, LPVOID, DWORD) { return nullptr; }
-BOOL unmap(LPVOID, DWORD) { return 0; }
-HANDLE createMutex(LPCSTR) { return nullptr; }
-DWORD waitMutex(HANDLE, DWORD) { return 0xFFFFFFFF; /* WAIT_FAILED */ }
-BOOL releaseMutex(HANDLE) { return 0; }
-BOOL closeHandle(HANDLE) { return 0; }
-
 // ---- system identity -----------------------------------------------------
 // As Wine does, the system's language and ANSI code page follow the locale
 // the process was started with.
@@ -468,24 +456,24 @@ int loadString(HINSTANCE, UINT, LPSTR out, int size) {
 HANDLE createFile(LPCSTR, DWORD, DWORD, DWORD, DWORD) { return reinterpret_cast<HANDLE>(-1); }
 DWORD searchPath(LPCSTR, LPCSTR, LPCSTR, DWORD, LPSTR, LPSTR*) { return 0; }
 BOOL deleteFile(LPCSTR) { return 0; }
+BOOL closeFile(HANDLE) { return 0; }
 
 constexpr OslSyncService kSync = {initCS, deleteCS, enterCS, leaveCS, tlsAlloc,
                                   tlsFree, tlsGetValue, tlsSetValue, currentThreadId};
 constexpr OslMemoryService kMemory = {heapAlloc, heapReAlloc, heapFree, heapSize, globalAlloc, globalReAlloc,
                                       globalLock, globalUnlock, globalFree, globalSize, localAlloc, localFree};
-constexpr OslSharedService kShared = {createMapping, mapAt, unmap, createMutex, waitMutex, releaseMutex, closeHandle};
 constexpr OslSystemService kSystem = {platformId, systemLangId, userLcid, systemTime, localeInfo,
                                       moduleFileName, versionSize, versionInfo, verQuery};
 constexpr OslTextService kText = {acp, leadByte, charNext, charNextEx, charPrevEx, charUpper, charLower,
                                   upperBuff, lowerBuff, isAlpha, isAlnum, strCmp, strCmpI};
 constexpr OslCrtService kCrt = {crtAtof, crtGcvt, crtSetlocale};
 constexpr OslProfileService kProfile = {profileInt, profileString, writeProfile, loadString};
-constexpr OslFileService kFile = {createFile, searchPath, deleteFile, closeHandle};
+constexpr OslFileService kFile = {createFile, searchPath, deleteFile, closeFile};
 constexpr OslWindowService kWindow = {messageBox, activeWindow};
 
 } // namespace
 
-constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt, &kProfile, &kFile, &kWindow};
+constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kProfile, &kFile, &kWindow};
 constinit OslServices gOsl = gOslNative;
 
 // No system notification tells a shared object that it was loaded; the

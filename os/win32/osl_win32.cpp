@@ -13,23 +13,17 @@ LPVOID heapReAlloc(DWORD flags, LPVOID block, SIZE_T bytes) { return HeapReAlloc
 BOOL heapFree(LPVOID block) { return HeapFree(GetProcessHeap(), 0, block); }
 SIZE_T heapSize(LPVOID block) { return HeapSize(GetProcessHeap(), 0, block); }
 
-HANDLE createMapping(LPCSTR name, DWORD bytes, BOOL* created) {
-    HANDLE h = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, bytes, name);
-    if (created) *created = h && GetLastError() != ERROR_ALREADY_EXISTS;
+BOOL openToAll(PSECURITY_DESCRIPTOR sd) {
+    return InitializeSecurityDescriptor(sd, SECURITY_DESCRIPTOR_REVISION) && SetSecurityDescriptorDacl(sd, TRUE, nullptr, FALSE);
+}
+HANDLE createMapping(LPSECURITY_ATTRIBUTES sa, LPCSTR name, DWORD bytes, BOOL* created) {
+    HANDLE h = CreateFileMappingA(INVALID_HANDLE_VALUE, sa, PAGE_READWRITE, 0, bytes, name);
+    *created = h && GetLastError() != ERROR_ALREADY_EXISTS;
     return h;
 }
-LPVOID mapAt(HANDLE mapping, LPVOID at, DWORD bytes) {
-    return MapViewOfFileEx(mapping, FILE_MAP_ALL_ACCESS, 0, 0, bytes, at);
-}
-BOOL unmap(LPVOID view, DWORD) { return UnmapViewOfFile(view); }
-HANDLE createMutex(LPCSTR name) {
-    // A null DACL lets processes of other users open the same mutex.
-    SECURITY_DESCRIPTOR sd;
-    InitializeSecurityDescriptor(&sd, SECURITY_DESCRIPTOR_REVISION);
-    SetSecurityDescriptorDacl(&sd, TRUE, nullptr, FALSE);
-    SECURITY_ATTRIBUTES sa = {sizeof sa, &sd, FALSE};
-    return CreateMutexA(&sa, FALSE, name);
-}
+LPVOID mapAt(HANDLE mapping, LPVOID at) { return MapViewOfFileEx(mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0, at); }
+BOOL unmap(LPVOID view) { return UnmapViewOfFile(view); }
+HANDLE createMutex(LPSECURITY_ATTRIBUTES sa, LPCSTR name) { return CreateMutexA(sa, FALSE, name); }
 DWORD waitMutex(HANDLE mutex, DWORD ms) { return WaitForSingleObject(mutex, ms); }
 BOOL releaseMutex(HANDLE mutex) { return ReleaseMutex(mutex); }
 BOOL closeHandle(HANDLE h) { return CloseHandle(h); }
@@ -76,7 +70,7 @@ constexpr OslMemoryService kMemory = {
     GlobalAlloc, GlobalReAlloc, GlobalLock, GlobalUnlock, GlobalFree, GlobalSize,
     LocalAlloc, LocalFree,
 };
-constexpr OslSharedService kShared = {createMapping, mapAt, unmap, createMutex, waitMutex, releaseMutex, closeHandle};
+constexpr OslSharedService kShared = {openToAll, createMapping, mapAt, unmap, createMutex, waitMutex, releaseMutex, closeHandle};
 constexpr OslSystemService kSystem = {
     platformId, GetSystemDefaultLangID, GetUserDefaultLCID, GetSystemTime,
     localeInfo, moduleFileName, versionSize, versionInfo, verQuery,

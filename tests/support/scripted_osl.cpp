@@ -6,6 +6,11 @@
 
 #include <atomic>
 #include <cstring>
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -134,6 +139,56 @@ DWORD WINAPI scriptedLowerBuff(LPSTR s, DWORD n) { return OslCodePageLowerBuff(s
 LPSTR WINAPI scriptedUpper(LPSTR s) { return OslCodePageUpper(sText.page, s); }
 LPSTR WINAPI scriptedLower(LPSTR s) { return OslCodePageLower(sText.page, s); }
 
+struct SharedScript {
+    const OslSharedService* real;
+    OslSharedService table;
+    ScriptedShared::Script script;
+    size_t nextWait;
+    std::vector<DWORD> limits;
+    std::atomic<int> levels, created, open;
+} sShared;
+
+std::string suffixed(LPCSTR name) { return std::string(name ? name : "") + sShared.script.suffix; }
+void noteCreated(HANDLE h, LPSECURITY_ATTRIBUTES sa) {
+    if (!h) return;
+    ++sShared.created;
+    auto* sd = sa ? static_cast<SECURITY_DESCRIPTOR*>(sa->lpSecurityDescriptor) : nullptr;
+    if (sd && !sd->Dacl) ++sShared.open;
+}
+
+BOOL scriptedOpenToAll(PSECURITY_DESCRIPTOR sd) {
+    return !sShared.script.failSecurity && sShared.real->OpenToAll(sd);
+}
+HANDLE scriptedCreateMapping(LPSECURITY_ATTRIBUTES sa, LPCSTR name, DWORD bytes, BOOL* created) {
+    if (sShared.script.failMapping) return nullptr;
+    HANDLE h = sShared.real->CreateMapping(sa, suffixed(name).c_str(), bytes, created);
+    noteCreated(h, sa);
+    return h;
+}
+HANDLE scriptedCreateMutex(LPSECURITY_ATTRIBUTES sa, LPCSTR name) {
+    if (sShared.script.failMutex) return nullptr;
+    HANDLE h = sShared.real->CreateMutex(sa, suffixed(name).c_str());
+    noteCreated(h, sa);
+    return h;
+}
+DWORD scriptedWait(HANDLE mutex, DWORD ms) {
+    sShared.limits.push_back(ms);
+    DWORD result;
+    if (sShared.nextWait < sShared.script.waits.size()) {
+        result = sShared.script.waits[sShared.nextWait++];
+        if (result == WAIT_OBJECT_0 || result == WAIT_ABANDONED) sShared.real->WaitMutex(mutex, ms);
+    } else {
+        result = sShared.real->WaitMutex(mutex, ms);
+    }
+    if (result == WAIT_OBJECT_0 || result == WAIT_ABANDONED) ++sShared.levels;
+    return result;
+}
+BOOL scriptedRelease(HANDLE mutex) {
+    BOOL ok = sShared.real->ReleaseMutex(mutex);
+    if (ok) --sShared.levels;
+    return ok && !sShared.script.failRelease;
+}
+
 } // namespace
 
 ScriptedHeap::ScriptedHeap(int failFrom) : m_saved(gOsl.memory) {
@@ -212,3 +267,31 @@ ScriptedText::ScriptedText(UINT codePage) : m_saved(gOsl.text) {
     gOsl.text = &sText.table;
 }
 ScriptedText::~ScriptedText() { gOsl.text = m_saved; }
+
+ScriptedShared::ScriptedShared(Script script) : m_saved(gOsl.shared) {
+    sShared.real = m_saved;
+    sShared.table = *m_saved;
+    sShared.table.OpenToAll = scriptedOpenToAll;
+    sShared.table.CreateMapping = scriptedCreateMapping;
+    sShared.table.CreateMutex = scriptedCreateMutex;
+    sShared.table.WaitMutex = scriptedWait;
+    sShared.table.ReleaseMutex = scriptedRelease;
+    sShared.script = std::move(script);
+    sShared.nextWait = 0;
+    sShared.limits.clear();
+    sShared.levels = sShared.created = sShared.open = 0;
+    gOsl.shared = &sShared.table;
+}
+ScriptedShared::~ScriptedShared() { gOsl.shared = m_saved; }
+const std::vector<DWORD>& ScriptedShared::WaitLimits() const { return sShared.limits; }
+int ScriptedShared::Levels() const { return sShared.levels; }
+int ScriptedShared::Created() const { return sShared.created; }
+int ScriptedShared::OpenSecurity() const { return sShared.open; }
+
+std::string SharedSuffix() {
+#ifdef _WIN32
+    return "_" + std::to_string(GetCurrentProcessId());
+#else
+    return "_" + std::to_string(getpid());
+#endif
+}

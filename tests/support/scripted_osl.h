@@ -88,4 +88,33 @@ private:
     const OslTextService* m_saved;
 };
 
+// Shared memory and the named mutex: the backend's own objects under names
+// with `suffix` appended, so that suites running side by side never meet,
+// and failures on demand. The scripted wait results are given one per wait,
+// in order, before real waits resume; WAIT_OBJECT_0 and WAIT_ABANDONED take
+// the mutex for real, so that levels and releases still balance.
+class ScriptedShared {
+public:
+    struct Script {
+        std::string suffix;
+        bool failSecurity = false; // OpenToAll fails
+        bool failMutex = false;    // CreateMutex fails
+        bool failMapping = false;  // CreateMapping fails
+        bool failRelease = false;  // ReleaseMutex releases but reports failure
+        std::vector<DWORD> waits = {};
+    };
+    explicit ScriptedShared(Script script);
+    ~ScriptedShared();
+    const std::vector<DWORD>& WaitLimits() const; // the time limit of each wait, in order
+    int Levels() const;       // mutex levels taken minus levels given back, all threads
+    int Created() const;      // objects created or opened
+    int OpenSecurity() const; // of them, with security that lets every user in
+
+private:
+    const OslSharedService* m_saved;
+};
+
+// The name of this process's shared objects in tests: unique per process.
+std::string SharedSuffix();
+
 #endif

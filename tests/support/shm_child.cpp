@@ -1,0 +1,104 @@
+// A second process for the shared-heap tests. It opens the test's shared
+// block (its names carry the suffix it is given), formatted by the test, and
+// does one thing:
+//   oxl_shm_child SUFFIX SIZE fill COUNT TAG       COUNT blocks of 4 bytes holding TAG, left in use
+//   oxl_shm_child SUFFIX SIZE hold                 takes the mutex, says so in the mailbox, waits to be killed
+//   oxl_shm_child SUFFIX SIZE stress ROUNDS SEED   random allocations and frees, every block checked
+// The mailbox is the test's first block, at the heap's base + 52.
+// Exit codes: 0 done, 2 bad arguments, 3 the block or its heap couldn't be
+// had, 4 a block came back wrong, 5 nobody killed the holder.
+#include "core/libstate.h"
+#include "core/memshared.h"
+#include "scripted_osl.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr unsigned kMailbox = 52;
+
+int Fill(unsigned count, uint32_t tag) {
+    for (unsigned i = 0; i < count; ++i) {
+        void* p = MemSharedAlloc(4);
+        if (!p) return 4;
+        std::memcpy(p, &tag, 4);
+    }
+    return 0;
+}
+
+int Hold(char* view) {
+    if (!MemAcquireMutex()) return 4;
+    reinterpret_cast<volatile uint32_t*>(view + kMailbox)[0] = 1;
+    std::this_thread::sleep_for(std::chrono::seconds(60));
+    return 5;
+}
+
+struct Live {
+    unsigned char* p;
+    unsigned size;
+    unsigned char fill;
+};
+
+bool Intact(const Live& b) {
+    for (unsigned i = 0; i < b.size; ++i)
+        if (b.p[i] != b.fill) return false;
+    return MemSharedCheck(b.p) == 1;
+}
+
+// Each block is filled with a byte of its own and looked at again before it
+// goes back: another process writing into it, or a block handed out twice,
+// shows.
+int Stress(unsigned rounds, unsigned seed) {
+    std::mt19937 random(seed);
+    std::vector<Live> live;
+    for (unsigned round = 0; round < rounds; ++round) {
+        if (live.size() == 16 || (!live.empty() && random() % 2)) {
+            size_t i = random() % live.size();
+            if (!Intact(live[i])) return 4;
+            MemSharedFree(live[i].p);
+            live.erase(live.begin() + long(i));
+        } else {
+            unsigned size = 1 + random() % 200;
+            auto* p = static_cast<unsigned char*>(MemSharedAlloc(size));
+            if (!p) return 4;
+            for (unsigned i = 0; i < size; ++i)
+                if (p[i]) return 4;
+            Live b{p, size, static_cast<unsigned char>(1 + random() % 255)};
+            std::memset(p, b.fill, size);
+            live.push_back(b);
+        }
+        if (round % 1000 == 0 && !MemSharedCheckAll()) return 4;
+    }
+    for (const Live& b : live) {
+        if (!Intact(b)) return 4;
+        MemSharedFree(b.p);
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+#ifdef _WIN32
+    LibEntry(GetModuleHandleA(nullptr), DLL_PROCESS_ATTACH, nullptr);
+#endif
+    if (argc < 4) return 2;
+    ScriptedShared shared({argv[1]});
+    auto size = DWORD(std::strtoul(argv[2], nullptr, 0));
+    std::string action = argv[3];
+    long created = -1;
+    auto* view = static_cast<char*>(MemSharedInit(&created, size));
+    if (!view || created != 0 || !MemSharedInitHeap(view, size, 0)) return 3;
+    int code = 2;
+    if (action == "fill" && argc == 6) code = Fill(unsigned(std::atoi(argv[4])), uint32_t(std::strtoul(argv[5], nullptr, 0)));
+    else if (action == "hold") code = Hold(view);
+    else if (action == "stress" && argc == 6) code = Stress(unsigned(std::atoi(argv[4])), unsigned(std::atoi(argv[5])));
+    MemSharedTerminate();
+    return code;
+}
