@@ -146,8 +146,8 @@ uint32_t AddressOf(const void* p) { return uint32_t(reinterpret_cast<uintptr_t>(
 // The block of a payload address; one that no 32-bit word could hold is
 // outside every heap.
 uint32_t BlockOf(const void* payload) {
-    uintptr_t p = reinterpret_cast<uintptr_t>(payload);
-    if (p < kHeadBytes || uint64_t(p) > 0xFFFFFFFFull) throw Damaged{};
+    uint64_t p = reinterpret_cast<uintptr_t>(payload);
+    if (p < kHeadBytes || p >> 32) throw Damaged{};
     return uint32_t(p) - kHeadBytes;
 }
 
