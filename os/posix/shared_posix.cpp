@@ -100,6 +100,33 @@ void CloseCounted(int fd, const std::string& name) {
     close(fd);
 }
 
+// The objects this process has open. Windows closes a process's handles when
+// it ends, and the mutex's handle is kept until then; here, when the library
+// goes, the names of objects that nobody else has open are removed, so that
+// they don't pile up. The objects themselves stay usable to the end: only
+// their names go.
+class OpenObjects {
+public:
+    ~OpenObjects() {
+        std::lock_guard<std::mutex> hold(m_lock);
+        for (SharedObject* object : m_list)
+            if (Lock(object->fd, F_WRLCK, false) && StillNamed(object->fd, object->name))
+                shm_unlink(object->name.c_str());
+    }
+    void Add(SharedObject* object) {
+        std::lock_guard<std::mutex> hold(m_lock);
+        m_list.push_back(object);
+    }
+    void Remove(SharedObject* object) {
+        std::lock_guard<std::mutex> hold(m_lock);
+        std::erase(m_list, object);
+    }
+
+private:
+    std::mutex m_lock;
+    std::vector<SharedObject*> m_list;
+} sOpen;
+
 // Views and their lengths, for munmap.
 struct Views {
     std::mutex lock;
@@ -127,6 +154,7 @@ HANDLE createMapping(LPSECURITY_ATTRIBUTES sa, LPCSTR name, DWORD bytes, BOOL* c
         return nullptr;
     }
     *created = fresh;
+    sOpen.Add(object);
     return object;
 }
 
@@ -186,6 +214,7 @@ HANDLE createMutex(LPSECURITY_ATTRIBUTES sa, LPCSTR name) {
         return nullptr;
     }
     object->mutex = static_cast<pthread_mutex_t*>(at);
+    sOpen.Add(object);
     return object;
 }
 
@@ -221,6 +250,7 @@ BOOL releaseMutex(HANDLE h) {
 BOOL closeHandle(HANDLE h) {
     auto* object = static_cast<SharedObject*>(h);
     if (!object) return FALSE;
+    sOpen.Remove(object);
     if (object->mutex) munmap(object->mutex, sizeof(pthread_mutex_t));
     CloseCounted(object->fd, object->name);
     delete object;

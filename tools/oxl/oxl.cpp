@@ -11,7 +11,10 @@
 //   oxl chars TEXT           how TEXT splits into characters, and how the
 //                            cutting functions cut it (\xHH in TEXT is a byte;
 //                            LC_ALL=ja_JP.UTF-8 gives a Japanese system)
+//   oxl shm SIZE             the machine's shared heap, opened (or created with
+//                            SIZE bytes), driven by commands read from stdin
 #include "core/diag.h"
+#include "core/memshared.h"
 #include "intl/intl.h"
 #include "number/number.h"
 
@@ -231,6 +234,87 @@ int cmdChars(int argc, char** argv) {
     return 0;
 }
 
+// ---- shared heap ---------------------------------------------------------
+
+uint32_t word(uint32_t at) {
+    uint32_t v;
+    std::memcpy(&v, reinterpret_cast<const void*>(uintptr_t(at)), 4);
+    return v;
+}
+
+// One list of the heap, from its head: each block's address, payload size
+// and whether its signatures hold.
+void showList(const char* name, uint32_t head) {
+    std::printf("%s list:", name);
+    if (!head) std::printf(" empty");
+    uint32_t at = head;
+    for (int n = 0; at && n < 64; ++n) {
+        std::printf("\n  block 0x%08X  payload 0x%08X  %u bytes%s", at, at + 20, word(at + 12),
+                    MemSharedCheck(reinterpret_cast<void*>(uintptr_t(at + 20))) ? "" : "  DAMAGED");
+        at = word(at + 4);
+        if (at == head) break;
+    }
+    std::printf("\n");
+}
+
+// The header and both lists, read under the heap's own mutex, as a host
+// guards what it keeps in the block.
+void showHeap(uint32_t base) {
+    if (!MemAcquireMutex()) {
+        std::printf("the mutex could not be had\n");
+        return;
+    }
+    std::printf("heap at 0x%08X: %u bytes, next free byte 0x%08X, end 0x%08X\n", word(base + 8), word(base + 4),
+                word(base + 12), word(base + 16));
+    showList("used", word(base + 24));
+    showList("free", word(base + 20));
+    MemReleaseMutex();
+}
+
+int cmdShm(int argc, char** argv) {
+    unsigned long size = argc == 1 ? std::strtoul(argv[0], nullptr, 0) : 0;
+    if (size < 64 || size > 0x1000000) {
+        std::fprintf(stderr, "oxl shm SIZE: SIZE from 64 to 16777216 bytes\n");
+        return 2;
+    }
+    long created = 0;
+    void* view = MemSharedInit(&created, DWORD(size));
+    if (!view) {
+        std::fprintf(stderr, "MemSharedInit(%lu) gave 0: no block, or not at its address\n", size);
+        return 1;
+    }
+    // A block made by another process has that process's size; the heap's
+    // own header says it.
+    DWORD heapSize = created ? DWORD(size) : word(uint32_t(reinterpret_cast<uintptr_t>(view)) + 4);
+    if (!MemSharedInitHeap(view, heapSize, created)) {
+        std::fprintf(stderr, "MemSharedInitHeap gave 0: the heap in the block is damaged\n");
+        MemSharedTerminate();
+        return 1;
+    }
+    std::printf("%s the shared block at %p; heap of %lu bytes\n", created ? "created" : "opened", view,
+                (unsigned long)heapSize);
+    std::printf("commands: alloc N | free ADDR | check ADDR | checkall | show | quit\n");
+    uint32_t base = uint32_t(reinterpret_cast<uintptr_t>(view));
+    char line[256], verb[32];
+    while (std::printf("> "), std::fflush(stdout), std::fgets(line, sizeof line, stdin)) {
+        long long value = 0;
+        int n = std::sscanf(line, "%31s %lli", verb, &value);
+        auto arg = static_cast<unsigned long>(value);
+        if (n < 1) continue;
+        void* p = reinterpret_cast<void*>(uintptr_t(arg));
+        if (!std::strcmp(verb, "quit")) break;
+        else if (!std::strcmp(verb, "show")) showHeap(base);
+        else if (!std::strcmp(verb, "checkall")) std::printf("MemSharedCheckAll: %d\n", MemSharedCheckAll());
+        else if (n < 2) std::printf("%s needs a number\n", verb);
+        else if (!std::strcmp(verb, "alloc")) std::printf("MemSharedAlloc(%lu): %p\n", arg, MemSharedAlloc(DWORD(arg)));
+        else if (!std::strcmp(verb, "free")) MemSharedFree(p), std::printf("freed %p\n", p);
+        else if (!std::strcmp(verb, "check")) std::printf("MemSharedCheck(%p): %d\n", p, MemSharedCheck(p));
+        else std::printf("unknown command: %s\n", verb);
+    }
+    MemSharedTerminate();
+    return 0;
+}
+
 int cmdTour(int, char**) {
     std::printf("== NUMBER records: a length byte, an exponent byte, base-100 digits ==\n");
     for (int v : {0, 1, 2, 42, 99, -1, -42, -99, 100, -100}) showSmall(v);
@@ -254,12 +338,13 @@ struct Command {
 constexpr Command kCommands[] = {
     {"tour", cmdTour},       {"small", cmdSmall}, {"negate", cmdNegate},     {"compare", cmdCompare},
     {"env", cmdEnv},         {"calc", cmdCalc},   {"version", cmdVersion}, {"chars", cmdChars},
+    {"shm", cmdShm},
 };
 
 int usage() {
     std::fprintf(stderr,
                  "usage: oxl tour | small N... | negate N | compare A B | env | calc \"A op B\" | version\n"
-                 "           | chars TEXT\n"
+                 "           | chars TEXT | shm SIZE\n"
                  "  tour     a short walk through what the library does\n"
                  "  small    the records of small integers, byte by byte\n"
                  "  negate   a record and its negation\n"
@@ -268,7 +353,9 @@ int usage() {
                  "  version  the library's product and file versions\n"
                  "  calc     one operation (+ - * /) on two decimal numbers, e.g. \"1/3\"\n"
                  "  chars    how TEXT splits into characters and how the cutting functions\n"
-                 "           cut it; \\xHH is a byte (LC_ALL=ja_JP.UTF-8: a Japanese system)\n");
+                 "           cut it; \\xHH is a byte (LC_ALL=ja_JP.UTF-8: a Japanese system)\n"
+                 "  shm      the machine's shared heap (created with SIZE bytes when new);\n"
+                 "           commands on stdin: alloc N, free ADDR, check ADDR, checkall, show, quit\n");
     return 2;
 }
 
