@@ -4,11 +4,14 @@
 //   oxl_shm_child SUFFIX SIZE fill COUNT TAG       COUNT blocks of 4 bytes holding TAG, left in use
 //   oxl_shm_child SUFFIX SIZE hold                 takes the mutex, says so in the mailbox, waits to be killed
 //   oxl_shm_child SUFFIX SIZE stress ROUNDS SEED   random allocations and frees, every block checked
+//   oxl_shm_child SUFFIX SIZE blocked              finds the block's address taken: MemSharedInit must
+//                                                  give 0 and leave *created alone
 // The mailbox is the test's first block, at the heap's base + 52.
 // Exit codes: 0 done, 2 bad arguments, 3 the block or its heap couldn't be
 // had, 4 a block came back wrong, 5 nobody killed the holder.
 #include "core/libstate.h"
 #include "core/memshared.h"
+#include "child_process.h"
 #include "scripted_osl.h"
 
 #include <chrono>
@@ -92,6 +95,12 @@ int main(int argc, char** argv) {
     ScriptedShared shared({argv[1]});
     auto size = DWORD(std::strtoul(argv[2], nullptr, 0));
     std::string action = argv[3];
+    if (action == "blocked") {
+        void* at = reinterpret_cast<void*>(uintptr_t(0x40000000));
+        if (!ReserveAddress(at, size)) return 3;
+        long untouched = -7;
+        return MemSharedInit(&untouched, size) == nullptr && untouched == -7 ? 0 : 4;
+    }
     long created = -1;
     auto* view = static_cast<char*>(MemSharedInit(&created, size));
     if (!view || created != 0 || !MemSharedInitHeap(view, size, 0)) return 3;

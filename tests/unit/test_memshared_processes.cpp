@@ -89,13 +89,19 @@ TEST_F(SharedHeapProcesses, AMutexOfAKilledProcessIsTakenOver) {
     EXPECT_EQ(next->Wait(60000), 0) << "another process after the take-over";
 }
 
+TEST_F(SharedHeapProcesses, AProcessThatCantMapAtTheAddressGetsNothing) {
+    auto blocked = Start({"blocked"});
+    EXPECT_EQ(blocked->Wait(60000), 0) << "MemSharedInit in a process with 0x40000000 taken";
+    EXPECT_EQ(MemSharedCheckAll(), 1) << "the heap after the refused process";
+}
+
 // Processes allocating and freeing side by side, each checking that its
 // blocks come back as it left them; then nothing is left but the mailbox,
 // and the free blocks have merged into one that ends where the heap's
 // untouched part begins.
 TEST_F(SharedHeapProcesses, ProcessesSideBySideKeepTheHeapSound) {
     std::vector<std::unique_ptr<ChildProcess>> children;
-    for (int i = 0; i < 4; ++i) children.push_back(Start({"stress", "20000", std::to_string(i + 1)}));
+    for (int i = 0; i < 4; ++i) children.push_back(Start({"stress", "100000", std::to_string(i + 1)}));
     for (size_t i = 0; i < children.size(); ++i)
         EXPECT_EQ(children[i]->Wait(300000), 0) << "stress child " << i + 1;
     EXPECT_EQ(MemSharedCheckAll(), 1);
