@@ -182,8 +182,10 @@ uint32_t TakeFree(Heap& heap, uint32_t size) {
 uint32_t TakeFromEnd(Heap& heap, uint32_t size) {
     uint32_t next = heap.Header(H_NEXT), end = heap.Header(H_END);
     if (next >= end || uint64_t(size) + kOverhead > end - next) return 0;
-    heap.SetHeader(H_NEXT, next + size + kOverhead);
+    // Zeroing first: a header whose `end` lies beyond this process's view
+    // fails here, before anything is written.
     heap.Zero(next, uint64_t(size) + kOverhead);
+    heap.SetHeader(H_NEXT, next + size + kOverhead);
     heap.SetSize(next, size);
     heap.Link(H_USED, next);
     return next;
