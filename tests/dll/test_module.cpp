@@ -210,6 +210,21 @@ TEST(Module, VersionStringsAreThoseOfTheBuild) {
 }
 
 #ifdef _WIN32
+// A real module whose version resource has only the English/Windows Latin
+// translation: both strings still come from it.
+TEST(Module, VersionStringsOfAModuleWithOnlyTheLatinTranslation) {
+    Module m;
+    ASSERT_TRUE(m.Loaded());
+    HMODULE latin = LoadLibraryA("oxl_latin_only.dll");
+    ASSERT_NE(latin, nullptr) << "LoadLibraryA(oxl_latin_only.dll)";
+    char product[64] = "", build[64] = "";
+    EXPECT_EQ(FN(m, VERGetVersionString)(latin, product), 1) << "VERGetVersionString(oxl_latin_only)";
+    EXPECT_STREQ(product, "4.3.2-latin");
+    EXPECT_EQ(FN(m, VERGetBuildString)(latin, build), 1) << "VERGetBuildString(oxl_latin_only)";
+    EXPECT_STREQ(build, "4.3.2.1-latin");
+    FreeLibrary(latin);
+}
+
 // A real box: found by its caption, read, and closed as a user would.
 TEST(Module, AssertBoxShowsASystemModalBoxUntilItIsClosed) {
     auto* m = new Module;
