@@ -3,6 +3,7 @@
  * reached as data. Prints what failed and exits non-zero. */
 #include "core/crsect.h"
 #include "core/mem.h"
+#include "core/memshared.h"
 #include "core/tls.h"
 #include "intl/intl.h"
 #include "number/number.h"
@@ -55,6 +56,7 @@ int main(void) {
     check(block != NULL && block[7] == 0, "MemRealloc(block, 8) zero-fills the new bytes");
     MemFree(block);
     check(MemAlloc(0) == NULL, "MemAlloc(0) is null");
+    check(MemSharedCheck(NULL) == 1, "MemSharedCheck(NULL) is 1");
 
     printf("c_host: %s\n", failures ? "FAILED" : "ok");
     return failures != 0;
