@@ -11,6 +11,7 @@
 //   oxl chars TEXT           how TEXT splits into characters, and how the
 //                            cutting functions cut it (\xHH in TEXT is a byte;
 //                            LC_ALL=ja_JP.UTF-8 gives a Japanese system)
+//   oxl conv VALUE           a number through every binary conversion and back
 //   oxl shm SIZE             the machine's shared heap, opened (or created with
 //                            SIZE bytes), driven by commands read from stdin
 #include "core/diag.h"
@@ -151,6 +152,65 @@ int cmdCalc(int argc, char** argv) {
     std::printf("  %-48s %s\n", text(a).c_str(), hex(a).c_str());
     std::printf("%c %-48s %s\n", op->op, text(b).c_str(), hex(b).c_str());
     std::printf("= %-48s %s\n", text(out).c_str(), hex(out).c_str());
+    return 0;
+}
+
+// ---- binary conversions --------------------------------------------------
+
+void showBack(const char* what, tagNUMBER& back) {
+    std::printf("    back from %-8s %-40s %s\n", what, text(back).c_str(), hex(back).c_str());
+}
+
+// One value through each binary conversion: what the record becomes, the
+// overflow reply, and the record that the converted value gives back.
+int cmdConv(int argc, char** argv) {
+    if (argc != 1) {
+        std::fprintf(stderr, "oxl conv VALUE: one decimal, scientific or 0x hexadecimal number\n");
+        return 2;
+    }
+    const char* p = argv[0];
+    tagNUMBER n, back;
+    if (!readNumber(&p, &n, "value")) return 2;
+    if (*p) {
+        std::fprintf(stderr, "oxl: unexpected '%s' after the value\n", p);
+        return 2;
+    }
+    std::printf("record           %-40s %s\n", text(n).c_str(), hex(n).c_str());
+
+    LONG reply = 0;
+    LONG l = NumToLongReply(&n, &reply);
+    std::printf("long             %-11ld reply %ld\n", long(l), long(reply));
+    NumLongToNumber(&back, l);
+    showBack("long", back);
+    DWORD dw = NumToDWordReply(&n, &reply);
+    std::printf("dword            %-11lu reply %ld\n", (unsigned long)dw, long(reply));
+    NumDWordToNumber(&back, dw);
+    showBack("dword", back);
+    WORD w = NumToWordReply(&n, &reply);
+    std::printf("word             %-11u reply %ld\n", unsigned(w), long(reply));
+    NumWordToNumber(&back, w);
+    showBack("word", back);
+
+    double d = 0;
+    char g[64];
+    NumToDouble(&n, &d);
+    std::printf("double           %-24s (%s)\n", FMTgcvt(d, g), NumIsNullDouble(&d) ? "the null double" : "a value");
+    int ok = NumDoubleToNumber(&back, d);
+    showBack(ok ? "double" : "double: 0", back);
+
+    CY cy = {};
+    NumToLLong(&cy, &n, &reply);
+    std::printf("CY (64-bit)      %-24lld reply %ld\n", (long long)cy.int64, long(reply));
+    NumLLongToNumber(&back, &cy);
+    showBack("CY", back);
+
+    DECIMAL dec = {};
+    NumToDECIMAL(&dec, &n, &reply);
+    std::printf("DECIMAL          scale %u, sign 0x%02X, mantissa 0x%08lX%08lX%08lX, reply %ld\n", unsigned(dec.scale),
+                unsigned(dec.sign), (unsigned long)dec.Hi32, (unsigned long)dec.Mid32, (unsigned long)dec.Lo32,
+                long(reply));
+    NumDECIMALToNumber(&back, &dec);
+    showBack("DECIMAL", back);
     return 0;
 }
 
@@ -338,13 +398,13 @@ struct Command {
 constexpr Command kCommands[] = {
     {"tour", cmdTour},       {"small", cmdSmall}, {"negate", cmdNegate},     {"compare", cmdCompare},
     {"env", cmdEnv},         {"calc", cmdCalc},   {"version", cmdVersion}, {"chars", cmdChars},
-    {"shm", cmdShm},
+    {"shm", cmdShm},         {"conv", cmdConv},
 };
 
 int usage() {
     std::fprintf(stderr,
                  "usage: oxl tour | small N... | negate N | compare A B | env | calc \"A op B\" | version\n"
-                 "           | chars TEXT | shm SIZE\n"
+                 "           | chars TEXT | conv VALUE | shm SIZE\n"
                  "  tour     a short walk through what the library does\n"
                  "  small    the records of small integers, byte by byte\n"
                  "  negate   a record and its negation\n"
@@ -354,6 +414,8 @@ int usage() {
                  "  calc     one operation (+ - * /) on two decimal numbers, e.g. \"1/3\"\n"
                  "  chars    how TEXT splits into characters and how the cutting functions\n"
                  "           cut it; \\xHH is a byte (LC_ALL=ja_JP.UTF-8: a Japanese system)\n"
+                 "  conv     a number (decimal, scientific, 0x hexadecimal) through the long,\n"
+                 "           dword, word, double, CY and DECIMAL conversions, and back\n"
                  "  shm      the machine's shared heap (created with SIZE bytes when new);\n"
                  "           commands on stdin: alloc N, free ADDR, check ADDR, checkall, show, quit\n");
     return 2;
