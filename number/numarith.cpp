@@ -101,64 +101,183 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
     return NumpWriteNormal(out, work, count, negative, top.exponent + lead);
 }
 
-// An operand's digits, read straight from the record, at `offset` in a
-// zeroed area of 24 places; those behind the area are dropped, unrounded.
-void place(BYTE* area, const BYTE* data, int count, bool negative, int offset) {
-    int n = kWorkDigits - offset < count ? kWorkDigits - offset : count;
-    if (n <= 0) return;
-    if (negative)
-        NumpComplement(area + offset, data + 1, n);
-    else
-        NumpCopy(area + offset, data + 1, n);
-}
-
-bool anyBlock(const BYTE* area, uint64_t (*test)(uint64_t)) {
-    return (test(NumpLoad8(area)) | test(NumpLoad8(area + 8)) | test(NumpLoad8(area + 16))) != 0;
-}
-uint64_t itself(uint64_t w) { return w; }
-
-// The sum or difference of two records that both have digits, all 0..99,
-// with none of the bottom's left over in front of the work area: each
-// record's digits go straight to their place in the work area, aligned by
-// the exponents, and the top is the larger exponent or, for equal ones, the
-// larger area. The same steps as addMagnitudes, which takes every other
-// case; false when it must.
-bool addInPlace(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
-    int la = NumpLengthArith(a), lb = NumpLengthArith(b);
-    if (la < 2 || la > 24 || lb < 2 || lb > 24) return false;
-    const BYTE *da = a->abData, *db = b->abData;
-    bool negA = !(da[0] & 0x80), negB = !(db[0] & 0x80);
-    int ea = (negA ? ~da[0] : da[0]) & 0x7F, eb = (negB ? ~db[0] : db[0]) & 0x7F;
-    bool add = (negA + negB + subtract) % 2 == 0;
-    int lead = add ? 1 : 0, top = ea > eb ? ea : eb;
-    BYTE wa[kWorkDigits] = {}, wb[kWorkDigits] = {};
-    place(wa, da, negA ? la - 2 : la - 1, negA, lead + top - ea);
-    place(wb, db, negB ? lb - 2 : lb - 1, negB, lead + top - eb);
-    if (anyBlock(wa, NumpAbove99) || anyBlock(wb, NumpAbove99)) return false;
-    if (!anyBlock(wa, itself) || !anyBlock(wb, itself)) return false; // no digits, or none left in the area
-
-    bool aTop = ea != eb ? ea > eb : true;
-    for (int i = 0; ea == eb && i < kWorkDigits; i += 8) {
-        uint64_t x = loadDigits8(wa + i), y = loadDigits8(wb + i);
-        if (x != y) {
-            aTop = x > y;
-            break;
+// count bytes (0..24) from `from` to `to`, each complemented on the way
+// when asked; no byte outside [0, count) is read or written on either side.
+// From 8 bytes on, three blocks that overlap: the first, the last, and one
+// halfway between them, which closes the gap up to 24 bytes.
+inline void copyDigits(BYTE* to, const BYTE* from, int count, bool complement) {
+    if (count >= 8) {
+        int middle = (count - 8) >> 1;
+        uint64_t x = NumpLoad8(from), y = NumpLoad8(from + middle), z = NumpLoad8(from + count - 8);
+        if (complement) {
+            x = NumpComplement8(x);
+            y = NumpComplement8(y);
+            z = NumpComplement8(z);
         }
+        NumpStore8(to, x);
+        NumpStore8(to + middle, y);
+        NumpStore8(to + count - 8, z);
+    } else if (count >= 4) {
+        uint64_t x = NumpLoad4(from), z = NumpLoad4(from + count - 4);
+        if (complement) {
+            x = NumpComplement8(x);
+            z = NumpComplement8(z);
+        }
+        NumpStore4(to, uint32_t(x));
+        NumpStore4(to + count - 4, uint32_t(z));
+    } else if (count > 0) { // the first, the middle, the last
+        int middle = count / 2;
+        BYTE x = from[0], y = from[middle], z = from[count - 1];
+        if (complement) {
+            x = BYTE(100 - x);
+            y = BYTE(100 - y);
+            z = BYTE(100 - z);
+        }
+        to[0] = x;
+        to[middle] = y;
+        to[count - 1] = z;
     }
-    BYTE* work = aTop ? wa : wb;
-    const BYTE* other = aTop ? wb : wa;
-    unsigned carry = 0;
-    for (int i = kWorkDigits - 8; i >= 0; i -= 8) {
-        uint64_t x = loadDigits8(work + i), y = loadDigits8(other + i);
-        storeDigits8(work + i, add ? addDigits8(x, y, &carry) : subtractDigits8(x, y, &carry));
+}
+
+// The work area of 24 places as three words, place 0 in the top byte of w0
+// (the first place most significant, as in one 192-bit number).
+struct Area {
+    uint64_t w0, w1, w2;
+};
+
+// A record's `count` digits, complemented when negative, at `offset` (0..23)
+// in a zeroed area of 24 places; the digits that fall behind place 23 are
+// dropped, unrounded. The 24 bytes behind the area take them, so that the
+// copy needn't be cut to fit.
+inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative, int offset) {
+    std::memset(room, 0, kWorkDigits);
+    copyDigits(room + offset, digits, count, negative);
+}
+inline Area areaOf(const BYTE* room) { return {loadDigits8(room), loadDigits8(room + 8), loadDigits8(room + 16)}; }
+
+// x + y or x - y on the areas as on two 192-bit numbers, one carry or borrow
+// chain through all 24 places, each byte then put back into base 100. For
+// the sum every byte of y is first raised by 156, so that a byte passes 255
+// exactly when its digits' sum reaches 100; the difference of a byte that
+// borrowed reads 256 more than its digit difference. Either way 156 comes off
+// the bytes whose carry did not (sum) or did (difference) leave them. What
+// leaves place 0 is dropped: nothing for a sum, whose place 0 is the empty
+// place in front.
+template <bool kAdd>
+inline Area addAreas(const Area& x, const Area& y) {
+    const uint64_t raise = kAdd ? 156 * kNumpOnes : 0;
+    uint64_t y0 = y.w0 + raise, y1 = y.w1 + raise, y2 = y.w2 + raise;
+    uint64_t s0, s1, s2;
+    unsigned c0 = 0;
+    if (kAdd) {
+        unsigned c2 = __builtin_add_overflow(x.w2, y2, &s2);
+        unsigned c1 = __builtin_add_overflow(x.w1, y1, &s1);
+        c1 |= __builtin_add_overflow(s1, uint64_t(c2), &s1);
+        s0 = x.w0 + y0 + c1;
+    } else {
+        unsigned c2 = __builtin_sub_overflow(x.w2, y2, &s2);
+        unsigned c1 = __builtin_sub_overflow(x.w1, y1, &s1);
+        c1 |= __builtin_sub_overflow(s1, uint64_t(c2), &s1);
+        c0 = __builtin_sub_overflow(x.w0, y0, &s0);
+        c0 |= __builtin_sub_overflow(s0, uint64_t(c1), &s0);
     }
-    bool negative = aTop ? negA : negB != subtract;
-    NumpWriteNormal(out, work, kWorkDigits, negative, top + lead);
+    // Bit 8k of (s ^ x ^ y) is the carry into byte k: moved down a byte, what
+    // left each byte, the top byte's taken from bit 0 of the word in front.
+    uint64_t r0 = s0 ^ x.w0 ^ y0, r1 = s1 ^ x.w1 ^ y1, r2 = s2 ^ x.w2 ^ y2;
+    uint64_t t0 = (r0 >> 8 | uint64_t(c0) << 56) & kNumpOnes;
+    uint64_t t1 = (r1 >> 8 | r0 << 56) & kNumpOnes;
+    uint64_t t2 = (r2 >> 8 | r1 << 56) & kNumpOnes;
+    if (kAdd) {
+        t0 ^= kNumpOnes;
+        t1 ^= kNumpOnes;
+        t2 ^= kNumpOnes;
+    }
+    return {s0 - t0 * 156, s1 - t1 * 156, s2 - t2 * 156};
+}
+
+// Zero, and a rounding that must look at the digits: NumpWriteNormal itself.
+__attribute__((noinline, cold)) void writeWork(tagNUMBER* out, BYTE* work, bool negative, int exponent) {
+    NumpWriteNormal(out, work, kWorkDigits, negative, exponent);
+}
+
+// NumpWriteNormal of the 24 places of `r` (exponent E for place 0), most of
+// the way in words: the first place above 0 and the last come from the
+// words' leading and trailing zero bytes. Zero, and a rounding that carries,
+// are left to NumpWriteNormal itself; the bytes are the same either way.
+inline void writeArea(tagNUMBER* out, const Area& r, bool negative, int exponent) {
+    alignas(8) BYTE work[kWorkDigits];
+    storeDigits8(work, r.w0);
+    storeDigits8(work + 8, r.w1);
+    storeDigits8(work + 16, r.w2);
+    if (r.w0 == 0) return writeWork(out, work, negative, exponent);
+    int first = __builtin_clzll(r.w0) >> 3;
+    int limit = negative ? NUM_MAX_DIGITS_NEG : NUM_MAX_DIGITS_POS;
+    int count = kWorkDigits - first;
+    if (count > limit) {
+        if (work[first + limit] >= 50) return writeWork(out, work, negative, exponent);
+        count = limit; // the digits behind the limit go, the first of them below 50
+        while (work[first + count - 1] == 0) --count; // stops at the first place
+    } else {
+        int last = r.w2 ? 23 - (__builtin_ctzll(r.w2) >> 3)
+                 : r.w1 ? 15 - (__builtin_ctzll(r.w1) >> 3)
+                        : 7 - (__builtin_ctzll(r.w0) >> 3);
+        count = last + 1 - first;
+    }
+    exponent -= first;
+    if (exponent < NUM_MIN_EXP) exponent = NUM_MIN_EXP;
+    if (exponent > NUM_MAX_EXP) exponent = NUM_MAX_EXP;
+    BYTE* data = out->abData;
+    copyDigits(data + 1, work + first, count, negative);
+    if (negative) {
+        data[0] = BYTE(~(0x80 + exponent));
+        data[1 + count] = kNumpTerminator;
+        out->bLength = BYTE(count + 2);
+    } else {
+        data[0] = BYTE(0x80 + exponent);
+        out->bLength = BYTE(count + 1);
+    }
+}
+
+// The sum (kAdd) or difference of the magnitudes of two records of 2 to 24
+// data bytes that both have digits, all 0..99, with none of the bottom's
+// left over in front of the work area: each record's digits go straight to
+// their place in the work area, aligned by the exponents, and the top is the
+// larger exponent or, for equal ones, the larger area. The same steps as
+// addMagnitudes, which takes every other case; false when it must. `flip`:
+// b's sign is turned (subtraction).
+template <bool kAdd>
+inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, int lb, bool flip) {
+    // The sign's mask: all ones for a positive record, 0 for a negative one;
+    // E is the exponent byte's low 7 bits, complemented when negative.
+    int signA = int(int8_t(da[0])) >> 7, signB = int(int8_t(db[0])) >> 7;
+    int ea = (da[0] ^ signA ^ 0x7F) & 0x7F, eb = (db[0] ^ signB ^ 0x7F) & 0x7F;
+    constexpr int lead = kAdd ? 1 : 0; // a place in front for the last carry
+    int top = ea > eb ? ea : eb;
+    int oa = lead + top - ea, ob = lead + top - eb;
+    if (oa >= kWorkDigits || ob >= kWorkDigits) return false; // nothing left in the area
+    BYTE roomA[2 * kWorkDigits], roomB[2 * kWorkDigits];
+    placeDigits(roomA, da + 1, la - 2 - signA, !signA, oa);
+    placeDigits(roomB, db + 1, lb - 2 - signB, !signB, ob);
+    Area x = areaOf(roomA), y = areaOf(roomB);
+    // No digit above 99 (a byte of 128 or more shows in the OR, and without
+    // one, adding 28 to each byte carries into none), and some digit in each.
+    uint64_t anyX = x.w0 | x.w1 | x.w2, anyY = y.w0 | y.w1 | y.w2;
+    const uint64_t up = 28 * kNumpOnes;
+    uint64_t high = anyX | anyY | (x.w0 + up) | (x.w1 + up) | (x.w2 + up) | (y.w0 + up) | (y.w1 + up) | (y.w2 + up);
+    if ((high & kNumpHigh) || !anyX || !anyY) return false;
+
+    bool aTop = ea != eb       ? ea > eb
+                : x.w0 != y.w0 ? x.w0 > y.w0
+                : x.w1 != y.w1 ? x.w1 > y.w1
+                               : x.w2 >= y.w2;
+    Area r = aTop ? addAreas<kAdd>(x, y) : addAreas<kAdd>(y, x);
+    bool negative = aTop ? !signA : !signB != flip;
+    writeArea(out, r, negative, top + lead);
     return true;
 }
 
-int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
-    if (addInPlace(out, a, b, subtract)) return out->bLength;
+// Every case: both records unpacked, the larger magnitude on top.
+__attribute__((noinline)) int addUnpacked(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
     NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
     if (x.count == 0) x.exponent = y.exponent;
     if (y.count == 0) y.exponent = x.exponent;
@@ -167,6 +286,17 @@ int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool s
     bool add = ((x.negative != 0) + (y.negative != 0) + subtract) % 2 == 0;
     bool negative = aTop ? x.negative != 0 : (y.negative != 0) != subtract;
     return aTop ? addMagnitudes(out, x, y, add, negative) : addMagnitudes(out, y, x, add, negative);
+}
+
+inline int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
+    int la = NumpLengthArith(a), lb = NumpLengthArith(b);
+    if (unsigned(la - 2) <= 22 && unsigned(lb - 2) <= 22) {
+        bool add = (a->abData[0] < 0x80) == ((b->abData[0] < 0x80) != subtract);
+        if (add ? addInPlace<true>(out, a->abData, la, b->abData, lb, subtract)
+                : addInPlace<false>(out, a->abData, la, b->abData, lb, subtract))
+            return out->bLength;
+    }
+    return addUnpacked(out, a, b, subtract);
 }
 
 } // namespace
