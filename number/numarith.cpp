@@ -153,7 +153,16 @@ inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative
     std::memset(room, 0, kWorkDigits);
     copyDigits(room + offset, digits, count, negative);
 }
-inline Area areaOf(const BYTE* room) { return {loadDigits8(room), loadDigits8(room + 8), loadDigits8(room + 16)}; }
+// The area in words; *refused is not 0 when a digit is above 99 (a byte of
+// 128 or more shows in the OR, and without one, adding 28 to each byte
+// carries into none) or when the area has no digit at all.
+inline Area areaOf(const BYTE* room, uint64_t* refused) {
+    uint64_t w0 = NumpLoad8(room), w1 = NumpLoad8(room + 8), w2 = NumpLoad8(room + 16);
+    const uint64_t up = 28 * kNumpOnes;
+    uint64_t any = w0 | w1 | w2;
+    *refused = ((any | (w0 + up) | (w1 + up) | (w2 + up)) & kNumpHigh) | (any == 0);
+    return {__builtin_bswap64(w0), __builtin_bswap64(w1), __builtin_bswap64(w2)};
+}
 
 // x + y or x - y on the areas as on two 192-bit numbers, one carry or borrow
 // chain through all 24 places, each byte then put back into base 100. For
@@ -210,10 +219,9 @@ inline void writeArea(tagNUMBER* out, const Area& r, bool negative, int exponent
     storeDigits8(work + 8, r.w1);
     storeDigits8(work + 16, r.w2);
     if (r.w0 == 0) return writeWork(out, work, negative, exponent);
-    int first = __builtin_clzll(r.w0) >> 3;
-    int limit = negative ? NUM_MAX_DIGITS_NEG : NUM_MAX_DIGITS_POS;
-    int count = kWorkDigits - first;
-    if (count > limit) {
+    int first = __builtin_clzll(r.w0) >> 3, count;
+    if (first <= int(negative)) { // more places than the limit of 23 (22 negative)
+        int limit = NUM_MAX_DIGITS_POS - negative;
         if (work[first + limit] >= 50) return writeWork(out, work, negative, exponent);
         count = limit; // the digits behind the limit go, the first of them below 50
         while (work[first + count - 1] == 0) --count; // stops at the first place
@@ -224,8 +232,8 @@ inline void writeArea(tagNUMBER* out, const Area& r, bool negative, int exponent
         count = last + 1 - first;
     }
     exponent -= first;
-    if (exponent < NUM_MIN_EXP) exponent = NUM_MIN_EXP;
-    if (exponent > NUM_MAX_EXP) exponent = NUM_MAX_EXP;
+    if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
+        exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
     BYTE* data = out->abData;
     copyDigits(data + 1, work + first, count, negative);
     if (negative) {
@@ -258,13 +266,9 @@ inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, i
     BYTE roomA[2 * kWorkDigits], roomB[2 * kWorkDigits];
     placeDigits(roomA, da + 1, la - 2 - signA, !signA, oa);
     placeDigits(roomB, db + 1, lb - 2 - signB, !signB, ob);
-    Area x = areaOf(roomA), y = areaOf(roomB);
-    // No digit above 99 (a byte of 128 or more shows in the OR, and without
-    // one, adding 28 to each byte carries into none), and some digit in each.
-    uint64_t anyX = x.w0 | x.w1 | x.w2, anyY = y.w0 | y.w1 | y.w2;
-    const uint64_t up = 28 * kNumpOnes;
-    uint64_t high = anyX | anyY | (x.w0 + up) | (x.w1 + up) | (x.w2 + up) | (y.w0 + up) | (y.w1 + up) | (y.w2 + up);
-    if ((high & kNumpHigh) || !anyX || !anyY) return false;
+    uint64_t refusedA, refusedB;
+    Area x = areaOf(roomA, &refusedA), y = areaOf(roomB, &refusedB);
+    if (refusedA | refusedB) return false;
 
     bool aTop = ea != eb       ? ea > eb
                 : x.w0 != y.w0 ? x.w0 > y.w0
