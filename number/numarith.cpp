@@ -354,9 +354,149 @@ int toLimbs8(NumpOperand& v, uint64_t* limbs) {
     return n;
 }
 
-} // namespace
+// Eight digits (0..99, the first at the lowest address, as a little-endian
+// load gives them) as two limbs: the first four in the low half, the next
+// four in the high half. Pairs of digits gather in 16-bit lanes, pairs of
+// pairs in 32-bit lanes; no lane overflows into the next.
+inline uint64_t twoLimbsOf8(uint64_t w) {
+    uint64_t pairs = (w & 0x00FF00FF00FF00FFull) * 100 + (w >> 8 & 0x00FF00FF00FF00FFull);
+    return (pairs & 0x0000FFFF0000FFFFull) * 10000 + (pairs >> 16 & 0x0000FFFF0000FFFFull);
+}
 
-int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
+// A record's digits as limbs from the front, the missing digits of the last
+// 0; the limb count, or 0 when a digit is above 99 or the first digit is 0.
+inline int limbsOf(const BYTE* data, int count, bool negative, uint64_t* limbs) {
+    BYTE room[kWorkDigits];
+    std::memset(room, 0, kWorkDigits);
+    copyDigits(room, data + 1, count, negative);
+    uint64_t w0 = NumpLoad8(room), w1 = NumpLoad8(room + 8), w2 = NumpLoad8(room + 16);
+    const uint64_t up = 28 * kNumpOnes; // see areaOf
+    if (((w0 | w1 | w2 | (w0 + up) | (w1 + up) | (w2 + up)) & kNumpHigh) || (w0 & 0xFF) == 0) return 0;
+    uint64_t l0 = twoLimbsOf8(w0);
+    limbs[0] = uint32_t(l0);
+    limbs[1] = l0 >> 32;
+    if (count > 8) {
+        uint64_t l1 = twoLimbsOf8(w1);
+        limbs[2] = uint32_t(l1);
+        limbs[3] = l1 >> 32;
+        if (count > 16) {
+            uint64_t l2 = twoLimbsOf8(w2);
+            limbs[4] = uint32_t(l2);
+            limbs[5] = l2 >> 32;
+        }
+    }
+    return (count + 3) >> 2;
+}
+
+// limb % 100^k for the last kept digit's place: the digits behind it in its
+// limb (k = 3 - that digit's place in the limb, 1..3).
+inline uint32_t digitsBehind(uint32_t limb, int k) {
+    switch (k) {
+    case 1: return limb % 100;
+    case 2: return limb % 10000;
+    default: return limb % 1000000;
+    }
+}
+
+// The product of two records of 2 to 24 data bytes whose digits are all
+// 0..99 and whose first digits are above 0, which is at least 100^-2: its
+// first digit above 0 is one of the first two. Schoolbook on limbs of four
+// digits (0..10^8 - 1), the column sums gathered first and carried once;
+// the first 7 columns (28 digits) hold the 23 digits behind the first one
+// and the digit that rounds them, the later columns give only carries. The
+// rounding (half up, base 100) is done on the limbs, so that the digits
+// that it turns to 0 are never written out. The same result as
+// multiplyDigits, which takes every other case, and the one rounding that
+// carries out of the first place; false then.
+__attribute__((always_inline)) inline bool multiplyNormal(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) {
+    int la = NumpLengthArith(a), lb = NumpLengthArith(b);
+    if (unsigned(la - 2) > 22 || unsigned(lb - 2) > 22) return false;
+    const BYTE *da = a->abData, *db = b->abData;
+    int signA = int(int8_t(da[0])) >> 7, signB = int(int8_t(db[0])) >> 7; // 0 negative, -1 positive
+    int na = la - 2 - signA, nb = lb - 2 - signB;
+    if (na <= 0 || nb <= 0) return false;
+    uint64_t xl[6], yl[6];
+    int nx = limbsOf(da, na, !signA, xl), ny = nx ? limbsOf(db, nb, !signB, yl) : 0;
+    if (!ny) return false;
+    int ea = (da[0] ^ signA ^ 0x7F) & 0x7F, eb = (db[0] ^ signB ^ 0x7F) & 0x7F;
+    bool negative = signA != signB;
+
+    // A column holds at most 6 products below 10^16, inside 64 bits. The
+    // first row sets the columns it reaches, the five behind them are
+    // cleared (as many as the other rows can reach).
+    uint64_t columns[12];
+    columns[0] = 0;
+    for (int j = 0; j < ny; ++j) columns[j + 1] = xl[0] * yl[j];
+    for (int k = 1; k <= 5; ++k) columns[ny + k] = 0; // ny + 5 <= 11
+    for (int i = 1; i < nx; ++i)
+        for (int j = 0; j < ny; ++j) columns[i + j + 1] += xl[i] * yl[j];
+    int columnCount = nx + ny, shown = columnCount < 7 ? columnCount : 7;
+    uint64_t limbs[7];
+    uint64_t carry = 0;
+    int k = columnCount - 1;
+    for (; k >= shown; --k) carry = (columns[k] + carry) / kLimb8;
+    for (; k >= 0; --k) {
+        uint64_t t = columns[k] + carry;
+        carry = t / kLimb8;
+        limbs[k] = t - carry * kLimb8;
+    }
+
+    // Digit r rounds the r digits in front of it: 23 (22 negative) behind
+    // the first digit above 0, which is digit 0 or 1 (limb 0 is 10^4 or
+    // more). The last kept digit is in limb q, which ends k digits behind it.
+    int first = limbs[0] >= 1000000 ? 0 : 1;
+    int r = first + NUM_MAX_DIGITS_POS - negative;
+    int last = shown - 1; // the last limb that may hold a digit above 0
+    if (r < 4 * shown) {
+        int q = (r - 1) >> 2, behind = 3 - ((r - 1) & 3);
+        bool up;
+        if (behind == 0) {
+            up = limbs[q + 1] >= kLimb8 / 2;
+        } else {
+            uint32_t rest = digitsBehind(uint32_t(limbs[q]), behind);
+            uint32_t half = behind == 1 ? 50 : behind == 2 ? 5000 : 500000;
+            up = rest >= half;
+            limbs[q] -= rest;
+        }
+        last = q;
+        if (up) {
+            // The limb that takes the carry is the last one above 0.
+            limbs[q] += behind == 0 ? 1 : behind == 1 ? 100 : behind == 2 ? 10000 : 1000000;
+            for (; limbs[last] == kLimb8; --last) {
+                // Not for these operands: a product below 1 - 100^-23 (two
+                // fractions of 23 digits) or 1 - 100^-22 (one of 22, when
+                // negative) doesn't round up to 1. multiplyDigits would.
+                if (last == 0) return false;
+                limbs[last] = 0;
+                ++limbs[last - 1];
+            }
+            first = limbs[0] >= 1000000 ? 0 : 1; // the carry can reach digit 0
+        }
+    }
+    while (limbs[last] == 0) --last; // limb 0 is above 0
+
+    BYTE digits[4 * 7];
+    for (int i = 0; i <= last; ++i) NumpDigitsOf4(uint32_t(limbs[i]), digits + 4 * i);
+    // The last limb's zero digits at its end are the high bytes of its load.
+    int count = 4 * last + 4 - (__builtin_clz(NumpLoad4(digits + 4 * last)) >> 3) - first;
+    int exponent = ea + eb - NUM_EXP_BIAS - first;
+    if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
+        exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
+    BYTE* data = out->abData;
+    copyDigits(data + 1, digits + first, count, negative);
+    if (negative) {
+        data[0] = BYTE(~(0x80 + exponent));
+        data[1 + count] = kNumpTerminator;
+        out->bLength = BYTE(count + 2);
+    } else {
+        data[0] = BYTE(0x80 + exponent);
+        out->bLength = BYTE(count + 1);
+    }
+    return true;
+}
+
+// Every case: both records unpacked.
+__attribute__((noinline)) int multiplyDigits(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) {
     NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
     int negative = x.negative != y.negative;
     if (x.count == 0 || y.count == 0) {
@@ -390,4 +530,11 @@ int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
         NumpDigitsOf4(uint32_t(t - carry * kLimb8), product + 4 * k);
     }
     return NumpWriteNormal(out, product, 4 * shown, negative, x.exponent + y.exponent - NUM_EXP_BIAS);
+}
+
+} // namespace
+
+int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
+    if (multiplyNormal(out, a, b)) return out->bLength;
+    return multiplyDigits(out, a, b);
 }
