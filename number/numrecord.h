@@ -178,14 +178,12 @@ inline int NumpRoundToLimit(BYTE* digits, int limit, int* exponent) {
 constexpr BYTE kNumpTerminator = 0x65;
 inline int NumpPackNormal(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord) {
     int first = 0;
-    while (first < count && digits[first] == 0) {
-        ++first;
-        --exponent;
-    }
+    while (first < count && digits[first] == 0) ++first;
+    exponent -= first;
     digits += first;
     count -= first;
 
-    int limit = negative ? NUM_MAX_DIGITS_NEG : NUM_MAX_DIGITS_POS;
+    int limit = NUM_MAX_DIGITS_POS - (negative != 0);
     if (count > limit) count = NumpRoundToLimit(digits, limit, &exponent);
 
     while (count > 0 && digits[count - 1] == 0) --count;
@@ -195,8 +193,8 @@ inline int NumpPackNormal(BYTE* data, BYTE* digits, int count, int negative, int
         written = 1;
         negative = 0;
     } else {
-        if (exponent < NUM_MIN_EXP) exponent = NUM_MIN_EXP;
-        if (exponent > NUM_MAX_EXP) exponent = NUM_MAX_EXP;
+        if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
+            exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
         if (!negative) {
             data[0] = BYTE(0x80 + exponent);
             NumpCopy(data + 1, digits, count);
