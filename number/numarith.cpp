@@ -101,44 +101,6 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
     return NumpWriteNormal(out, work, count, negative, top.exponent + lead);
 }
 
-// count bytes (0..24) from `from` to `to`, each complemented on the way
-// when asked; no byte outside [0, count) is read or written on either side.
-// From 8 bytes on, three blocks that overlap: the first, the last, and one
-// halfway between them, which closes the gap up to 24 bytes.
-inline void copyDigits(BYTE* to, const BYTE* from, int count, bool complement) {
-    if (count >= 8) {
-        int middle = (count - 8) >> 1;
-        uint64_t x = NumpLoad8(from), y = NumpLoad8(from + middle), z = NumpLoad8(from + count - 8);
-        if (complement) {
-            x = NumpComplement8(x);
-            y = NumpComplement8(y);
-            z = NumpComplement8(z);
-        }
-        NumpStore8(to, x);
-        NumpStore8(to + middle, y);
-        NumpStore8(to + count - 8, z);
-    } else if (count >= 4) {
-        uint64_t x = NumpLoad4(from), z = NumpLoad4(from + count - 4);
-        if (complement) {
-            x = NumpComplement8(x);
-            z = NumpComplement8(z);
-        }
-        NumpStore4(to, uint32_t(x));
-        NumpStore4(to + count - 4, uint32_t(z));
-    } else if (count > 0) { // the first, the middle, the last
-        int middle = count / 2;
-        BYTE x = from[0], y = from[middle], z = from[count - 1];
-        if (complement) {
-            x = BYTE(100 - x);
-            y = BYTE(100 - y);
-            z = BYTE(100 - z);
-        }
-        to[0] = x;
-        to[middle] = y;
-        to[count - 1] = z;
-    }
-}
-
 // The work area of 24 places as three words, place 0 in the top byte of w0
 // (the first place most significant, as in one 192-bit number).
 struct Area {
@@ -151,7 +113,7 @@ struct Area {
 // copy needn't be cut to fit.
 inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative, int offset) {
     std::memset(room, 0, kWorkDigits);
-    copyDigits(room + offset, digits, count, negative);
+    NumpCopyDigits(room + offset, digits, count, negative);
 }
 // The area in words; *refused is not 0 when a digit is above 99 (a byte of
 // 128 or more shows in the OR, and without one, adding 28 to each byte
@@ -235,7 +197,7 @@ inline void writeArea(tagNUMBER* out, const Area& r, bool negative, int exponent
     if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
         exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
     BYTE* data = out->abData;
-    copyDigits(data + 1, work + first, count, negative);
+    NumpCopyDigits(data + 1, work + first, count, negative);
     if (negative) {
         data[0] = BYTE(~(0x80 + exponent));
         data[1 + count] = kNumpTerminator;
@@ -368,7 +330,7 @@ inline uint64_t twoLimbsOf8(uint64_t w) {
 inline int limbsOf(const BYTE* data, int count, bool negative, uint64_t* limbs) {
     BYTE room[kWorkDigits];
     std::memset(room, 0, kWorkDigits);
-    copyDigits(room, data + 1, count, negative);
+    NumpCopyDigits(room, data + 1, count, negative);
     uint64_t w0 = NumpLoad8(room), w1 = NumpLoad8(room + 8), w2 = NumpLoad8(room + 16);
     const uint64_t up = 28 * kNumpOnes; // see areaOf
     if (((w0 | w1 | w2 | (w0 + up) | (w1 + up) | (w2 + up)) & kNumpHigh) || (w0 & 0xFF) == 0) return 0;
@@ -483,7 +445,7 @@ __attribute__((always_inline)) inline bool multiplyNormal(tagNUMBER* out, const 
     if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
         exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
     BYTE* data = out->abData;
-    copyDigits(data + 1, digits + first, count, negative);
+    NumpCopyDigits(data + 1, digits + first, count, negative);
     if (negative) {
         data[0] = BYTE(~(0x80 + exponent));
         data[1 + count] = kNumpTerminator;
