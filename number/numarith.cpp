@@ -12,6 +12,17 @@ namespace {
 // first one.
 constexpr int kWorkDigits = 24;
 
+// The data lengths of two records for the paths that take records of 2 to
+// 24 data bytes; false for other lengths, and for a length byte with bit 7
+// set (whose length is read from bits 0-3: NumpLengthArith), which the
+// paths that unpack both records take as well.
+inline bool plainLengths(const tagNUMBER* a, const tagNUMBER* b, int* la, int* lb) {
+    int x = a->bLength, y = b->bLength;
+    *la = x & 0x3F;
+    *lb = y & 0x3F;
+    return !((x | y) & 0x80) && unsigned(*la - 2) <= 22 && unsigned(*lb - 2) <= 22;
+}
+
 // Order of the magnitudes by exponent, then digit by digit with missing
 // digits read as 0. Equal magnitudes give 0.
 int compareMagnitudes(const NumpOperand& a, const NumpOperand& b) {
@@ -114,16 +125,6 @@ struct Area {
 inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative, int offset) {
     std::memset(room, 0, kWorkDigits);
     NumpCopyDigits(room + offset, digits, count, negative);
-}
-// The area in words; *refused is not 0 when a digit is above 99 (a byte of
-// 128 or more shows in the OR, and without one, adding 28 to each byte
-// carries into none) or when the area has no digit at all.
-inline Area areaOf(const BYTE* room, uint64_t* refused) {
-    uint64_t w0 = NumpLoad8(room), w1 = NumpLoad8(room + 8), w2 = NumpLoad8(room + 16);
-    const uint64_t up = 28 * kNumpOnes;
-    uint64_t any = w0 | w1 | w2;
-    *refused = ((any | (w0 + up) | (w1 + up) | (w2 + up)) & kNumpHigh) | (any == 0);
-    return {__builtin_bswap64(w0), __builtin_bswap64(w1), __builtin_bswap64(w2)};
 }
 
 // x + y or x - y on the areas as on two 192-bit numbers, one carry or borrow
@@ -228,9 +229,20 @@ inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, i
     BYTE roomA[2 * kWorkDigits], roomB[2 * kWorkDigits];
     placeDigits(roomA, da + 1, la - 2 - signA, !signA, oa);
     placeDigits(roomB, db + 1, lb - 2 - signB, !signB, ob);
-    uint64_t refusedA, refusedB;
-    Area x = areaOf(roomA, &refusedA), y = areaOf(roomB, &refusedB);
-    if (refusedA | refusedB) return false;
+    // The words are read once both copies are done (the compiler would
+    // otherwise hold the first area in registers, and spill them, while the
+    // second is copied).
+    asm volatile("" ::: "memory");
+    uint64_t a0 = NumpLoad8(roomA), a1 = NumpLoad8(roomA + 8), a2 = NumpLoad8(roomA + 16);
+    uint64_t b0 = NumpLoad8(roomB), b1 = NumpLoad8(roomB + 8), b2 = NumpLoad8(roomB + 16);
+    // No digit above 99 (a byte of 128 or more shows in the OR, and without
+    // one, adding 28 to each byte carries into none), and some digit in each.
+    uint64_t anyA = a0 | a1 | a2, anyB = b0 | b1 | b2;
+    const uint64_t up = 28 * kNumpOnes;
+    uint64_t high = anyA | anyB | (a0 + up) | (a1 + up) | (a2 + up) | (b0 + up) | (b1 + up) | (b2 + up);
+    if ((high & kNumpHigh) || !anyA || !anyB) return false;
+    Area x = {__builtin_bswap64(a0), __builtin_bswap64(a1), __builtin_bswap64(a2)};
+    Area y = {__builtin_bswap64(b0), __builtin_bswap64(b1), __builtin_bswap64(b2)};
 
     bool aTop = ea != eb       ? ea > eb
                 : x.w0 != y.w0 ? x.w0 > y.w0
@@ -255,8 +267,8 @@ __attribute__((noinline)) int addUnpacked(tagNUMBER* out, const tagNUMBER* a, co
 }
 
 inline int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
-    int la = NumpLengthArith(a), lb = NumpLengthArith(b);
-    if (unsigned(la - 2) <= 22 && unsigned(lb - 2) <= 22) {
+    int la, lb;
+    if (plainLengths(a, b, &la, &lb)) {
         bool add = (a->abData[0] < 0x80) == ((b->abData[0] < 0x80) != subtract);
         if (add ? addInPlace<true>(out, a->abData, la, b->abData, lb, subtract)
                 : addInPlace<false>(out, a->abData, la, b->abData, lb, subtract))
@@ -332,7 +344,7 @@ inline int limbsOf(const BYTE* data, int count, bool negative, uint64_t* limbs) 
     std::memset(room, 0, kWorkDigits);
     NumpCopyDigits(room, data + 1, count, negative);
     uint64_t w0 = NumpLoad8(room), w1 = NumpLoad8(room + 8), w2 = NumpLoad8(room + 16);
-    const uint64_t up = 28 * kNumpOnes; // see areaOf
+    const uint64_t up = 28 * kNumpOnes; // as in addInPlace
     if (((w0 | w1 | w2 | (w0 + up) | (w1 + up) | (w2 + up)) & kNumpHigh) || (w0 & 0xFF) == 0) return 0;
     uint64_t l0 = twoLimbsOf8(w0);
     limbs[0] = uint32_t(l0);
@@ -371,8 +383,8 @@ inline uint32_t digitsBehind(uint32_t limb, int k) {
 // multiplyDigits, which takes every other case, and the one rounding that
 // carries out of the first place; false then.
 __attribute__((always_inline)) inline bool multiplyNormal(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) {
-    int la = NumpLengthArith(a), lb = NumpLengthArith(b);
-    if (unsigned(la - 2) > 22 || unsigned(lb - 2) > 22) return false;
+    int la, lb;
+    if (!plainLengths(a, b, &la, &lb)) return false;
     const BYTE *da = a->abData, *db = b->abData;
     int signA = int(int8_t(da[0])) >> 7, signB = int(int8_t(db[0])) >> 7; // 0 negative, -1 positive
     int na = la - 2 - signA, nb = lb - 2 - signB;
