@@ -12,6 +12,17 @@ namespace {
 // first one.
 constexpr int kWorkDigits = 24;
 
+// The data lengths of two records for the paths that take records of 2 to
+// 24 data bytes; false for other lengths, and for a length byte with bit 7
+// set (whose length is read from bits 0-3: NumpLengthArith), which the
+// paths that unpack both records take as well.
+inline bool plainLengths(const tagNUMBER* a, const tagNUMBER* b, int* la, int* lb) {
+    int x = a->bLength, y = b->bLength;
+    *la = x & 0x3F;
+    *lb = y & 0x3F;
+    return !((x | y) & 0x80) && unsigned(*la - 2) <= 22 && unsigned(*lb - 2) <= 22;
+}
+
 // Order of the magnitudes by exponent, then digit by digit with missing
 // digits read as 0. Equal magnitudes give 0.
 int compareMagnitudes(const NumpOperand& a, const NumpOperand& b) {
@@ -101,64 +112,150 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
     return NumpWriteNormal(out, work, count, negative, top.exponent + lead);
 }
 
-// An operand's digits, read straight from the record, at `offset` in a
-// zeroed area of 24 places; those behind the area are dropped, unrounded.
-void place(BYTE* area, const BYTE* data, int count, bool negative, int offset) {
-    int n = kWorkDigits - offset < count ? kWorkDigits - offset : count;
-    if (n <= 0) return;
-    if (negative)
-        NumpComplement(area + offset, data + 1, n);
-    else
-        NumpCopy(area + offset, data + 1, n);
+// The work area of 24 places as three words, place 0 in the top byte of w0
+// (the first place most significant, as in one 192-bit number).
+struct Area {
+    uint64_t w0, w1, w2;
+};
+
+// A record's `count` digits, complemented when negative, at `offset` (0..23)
+// in a zeroed area of 24 places; the digits that fall behind place 23 are
+// dropped, unrounded. The 24 bytes behind the area take them, so that the
+// copy needn't be cut to fit.
+inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative, int offset) {
+    std::memset(room, 0, kWorkDigits);
+    NumpCopyDigits(room + offset, digits, count, negative);
 }
 
-bool anyBlock(const BYTE* area, uint64_t (*test)(uint64_t)) {
-    return (test(NumpLoad8(area)) | test(NumpLoad8(area + 8)) | test(NumpLoad8(area + 16))) != 0;
+// x + y or x - y on the areas as on two 192-bit numbers, one carry or borrow
+// chain through all 24 places, each byte then put back into base 100. For
+// the sum every byte of y is first raised by 156, so that a byte passes 255
+// exactly when its digits' sum reaches 100; the difference of a byte that
+// borrowed reads 256 more than its digit difference. Either way 156 comes off
+// the bytes whose carry did not (sum) or did (difference) leave them. What
+// leaves place 0 is dropped: nothing for a sum, whose place 0 is the empty
+// place in front.
+template <bool kAdd>
+inline Area addAreas(const Area& x, const Area& y) {
+    const uint64_t raise = kAdd ? 156 * kNumpOnes : 0;
+    uint64_t y0 = y.w0 + raise, y1 = y.w1 + raise, y2 = y.w2 + raise;
+    uint64_t s0, s1, s2;
+    unsigned c0 = 0;
+    if (kAdd) {
+        unsigned c2 = __builtin_add_overflow(x.w2, y2, &s2);
+        unsigned c1 = __builtin_add_overflow(x.w1, y1, &s1);
+        c1 |= __builtin_add_overflow(s1, uint64_t(c2), &s1);
+        s0 = x.w0 + y0 + c1;
+    } else {
+        unsigned c2 = __builtin_sub_overflow(x.w2, y2, &s2);
+        unsigned c1 = __builtin_sub_overflow(x.w1, y1, &s1);
+        c1 |= __builtin_sub_overflow(s1, uint64_t(c2), &s1);
+        c0 = __builtin_sub_overflow(x.w0, y0, &s0);
+        c0 |= __builtin_sub_overflow(s0, uint64_t(c1), &s0);
+    }
+    // Bit 8k of (s ^ x ^ y) is the carry into byte k: moved down a byte, what
+    // left each byte, the top byte's taken from bit 0 of the word in front.
+    uint64_t r0 = s0 ^ x.w0 ^ y0, r1 = s1 ^ x.w1 ^ y1, r2 = s2 ^ x.w2 ^ y2;
+    uint64_t t0 = (r0 >> 8 | uint64_t(c0) << 56) & kNumpOnes;
+    uint64_t t1 = (r1 >> 8 | r0 << 56) & kNumpOnes;
+    uint64_t t2 = (r2 >> 8 | r1 << 56) & kNumpOnes;
+    if (kAdd) {
+        t0 ^= kNumpOnes;
+        t1 ^= kNumpOnes;
+        t2 ^= kNumpOnes;
+    }
+    return {s0 - t0 * 156, s1 - t1 * 156, s2 - t2 * 156};
 }
-uint64_t itself(uint64_t w) { return w; }
 
-// The sum or difference of two records that both have digits, all 0..99,
-// with none of the bottom's left over in front of the work area: each
-// record's digits go straight to their place in the work area, aligned by
-// the exponents, and the top is the larger exponent or, for equal ones, the
-// larger area. The same steps as addMagnitudes, which takes every other
-// case; false when it must.
-bool addInPlace(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
-    int la = NumpLengthArith(a), lb = NumpLengthArith(b);
-    if (la < 2 || la > 24 || lb < 2 || lb > 24) return false;
-    const BYTE *da = a->abData, *db = b->abData;
-    bool negA = !(da[0] & 0x80), negB = !(db[0] & 0x80);
-    int ea = (negA ? ~da[0] : da[0]) & 0x7F, eb = (negB ? ~db[0] : db[0]) & 0x7F;
-    bool add = (negA + negB + subtract) % 2 == 0;
-    int lead = add ? 1 : 0, top = ea > eb ? ea : eb;
-    BYTE wa[kWorkDigits] = {}, wb[kWorkDigits] = {};
-    place(wa, da, negA ? la - 2 : la - 1, negA, lead + top - ea);
-    place(wb, db, negB ? lb - 2 : lb - 1, negB, lead + top - eb);
-    if (anyBlock(wa, NumpAbove99) || anyBlock(wb, NumpAbove99)) return false;
-    if (!anyBlock(wa, itself) || !anyBlock(wb, itself)) return false; // no digits, or none left in the area
+// Zero, and a rounding that must look at the digits: NumpWriteNormal itself.
+__attribute__((noinline, cold)) void writeWork(tagNUMBER* out, BYTE* work, bool negative, int exponent) {
+    NumpWriteNormal(out, work, kWorkDigits, negative, exponent);
+}
 
-    bool aTop = ea != eb ? ea > eb : true;
-    for (int i = 0; ea == eb && i < kWorkDigits; i += 8) {
-        uint64_t x = loadDigits8(wa + i), y = loadDigits8(wb + i);
-        if (x != y) {
-            aTop = x > y;
-            break;
-        }
+// NumpWriteNormal of the 24 places of `r` (exponent E for place 0), most of
+// the way in words: the first place above 0 and the last come from the
+// words' leading and trailing zero bytes. Zero, and a rounding that carries,
+// are left to NumpWriteNormal itself; the bytes are the same either way.
+inline void writeArea(tagNUMBER* out, const Area& r, bool negative, int exponent) {
+    alignas(8) BYTE work[kWorkDigits];
+    storeDigits8(work, r.w0);
+    storeDigits8(work + 8, r.w1);
+    storeDigits8(work + 16, r.w2);
+    if (r.w0 == 0) return writeWork(out, work, negative, exponent);
+    int first = __builtin_clzll(r.w0) >> 3, count;
+    if (first <= int(negative)) { // more places than the limit of 23 (22 negative)
+        int limit = NUM_MAX_DIGITS_POS - negative;
+        if (work[first + limit] >= 50) return writeWork(out, work, negative, exponent);
+        count = limit; // the digits behind the limit go, the first of them below 50
+        while (work[first + count - 1] == 0) --count; // stops at the first place
+    } else {
+        int last = r.w2 ? 23 - (__builtin_ctzll(r.w2) >> 3)
+                 : r.w1 ? 15 - (__builtin_ctzll(r.w1) >> 3)
+                        : 7 - (__builtin_ctzll(r.w0) >> 3);
+        count = last + 1 - first;
     }
-    BYTE* work = aTop ? wa : wb;
-    const BYTE* other = aTop ? wb : wa;
-    unsigned carry = 0;
-    for (int i = kWorkDigits - 8; i >= 0; i -= 8) {
-        uint64_t x = loadDigits8(work + i), y = loadDigits8(other + i);
-        storeDigits8(work + i, add ? addDigits8(x, y, &carry) : subtractDigits8(x, y, &carry));
+    exponent -= first;
+    if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
+        exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
+    BYTE* data = out->abData;
+    NumpCopyDigits(data + 1, work + first, count, negative);
+    if (negative) {
+        data[0] = BYTE(~(0x80 + exponent));
+        data[1 + count] = kNumpTerminator;
+        out->bLength = BYTE(count + 2);
+    } else {
+        data[0] = BYTE(0x80 + exponent);
+        out->bLength = BYTE(count + 1);
     }
-    bool negative = aTop ? negA : negB != subtract;
-    NumpWriteNormal(out, work, kWorkDigits, negative, top + lead);
+}
+
+// The sum (kAdd) or difference of the magnitudes of two records of 2 to 24
+// data bytes that both have digits, all 0..99, with none of the bottom's
+// left over in front of the work area: each record's digits go straight to
+// their place in the work area, aligned by the exponents, and the top is the
+// larger exponent or, for equal ones, the larger area. The same steps as
+// addMagnitudes, which takes every other case; false when it must. `flip`:
+// b's sign is turned (subtraction).
+template <bool kAdd>
+inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, int lb, bool flip) {
+    // The sign's mask: all ones for a positive record, 0 for a negative one;
+    // E is the exponent byte's low 7 bits, complemented when negative.
+    int signA = int(int8_t(da[0])) >> 7, signB = int(int8_t(db[0])) >> 7;
+    int ea = (da[0] ^ signA ^ 0x7F) & 0x7F, eb = (db[0] ^ signB ^ 0x7F) & 0x7F;
+    constexpr int lead = kAdd ? 1 : 0; // a place in front for the last carry
+    int top = ea > eb ? ea : eb;
+    int oa = lead + top - ea, ob = lead + top - eb;
+    if (oa >= kWorkDigits || ob >= kWorkDigits) return false; // nothing left in the area
+    BYTE roomA[2 * kWorkDigits], roomB[2 * kWorkDigits];
+    placeDigits(roomA, da + 1, la - 2 - signA, !signA, oa);
+    placeDigits(roomB, db + 1, lb - 2 - signB, !signB, ob);
+    // The words are read once both copies are done (the compiler would
+    // otherwise hold the first area in registers, and spill them, while the
+    // second is copied).
+    asm volatile("" ::: "memory");
+    uint64_t a0 = NumpLoad8(roomA), a1 = NumpLoad8(roomA + 8), a2 = NumpLoad8(roomA + 16);
+    uint64_t b0 = NumpLoad8(roomB), b1 = NumpLoad8(roomB + 8), b2 = NumpLoad8(roomB + 16);
+    // No digit above 99 (a byte of 128 or more shows in the OR, and without
+    // one, adding 28 to each byte carries into none), and some digit in each.
+    uint64_t anyA = a0 | a1 | a2, anyB = b0 | b1 | b2;
+    const uint64_t up = 28 * kNumpOnes;
+    uint64_t high = anyA | anyB | (a0 + up) | (a1 + up) | (a2 + up) | (b0 + up) | (b1 + up) | (b2 + up);
+    if ((high & kNumpHigh) || !anyA || !anyB) return false;
+    Area x = {__builtin_bswap64(a0), __builtin_bswap64(a1), __builtin_bswap64(a2)};
+    Area y = {__builtin_bswap64(b0), __builtin_bswap64(b1), __builtin_bswap64(b2)};
+
+    bool aTop = ea != eb       ? ea > eb
+                : x.w0 != y.w0 ? x.w0 > y.w0
+                : x.w1 != y.w1 ? x.w1 > y.w1
+                               : x.w2 >= y.w2;
+    Area r = aTop ? addAreas<kAdd>(x, y) : addAreas<kAdd>(y, x);
+    bool negative = aTop ? !signA : !signB != flip;
+    writeArea(out, r, negative, top + lead);
     return true;
 }
 
-int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
-    if (addInPlace(out, a, b, subtract)) return out->bLength;
+// Every case: both records unpacked, the larger magnitude on top.
+__attribute__((noinline)) int addUnpacked(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
     NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
     if (x.count == 0) x.exponent = y.exponent;
     if (y.count == 0) y.exponent = x.exponent;
@@ -167,6 +264,17 @@ int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool s
     bool add = ((x.negative != 0) + (y.negative != 0) + subtract) % 2 == 0;
     bool negative = aTop ? x.negative != 0 : (y.negative != 0) != subtract;
     return aTop ? addMagnitudes(out, x, y, add, negative) : addMagnitudes(out, y, x, add, negative);
+}
+
+inline int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
+    int la, lb;
+    if (plainLengths(a, b, &la, &lb)) {
+        bool add = (a->abData[0] < 0x80) == ((b->abData[0] < 0x80) != subtract);
+        if (add ? addInPlace<true>(out, a->abData, la, b->abData, lb, subtract)
+                : addInPlace<false>(out, a->abData, la, b->abData, lb, subtract))
+            return out->bLength;
+    }
+    return addUnpacked(out, a, b, subtract);
 }
 
 } // namespace
@@ -220,9 +328,149 @@ int toLimbs8(NumpOperand& v, uint64_t* limbs) {
     return n;
 }
 
-} // namespace
+// Eight digits (0..99, the first at the lowest address, as a little-endian
+// load gives them) as two limbs: the first four in the low half, the next
+// four in the high half. Pairs of digits gather in 16-bit lanes, pairs of
+// pairs in 32-bit lanes; no lane overflows into the next.
+inline uint64_t twoLimbsOf8(uint64_t w) {
+    uint64_t pairs = (w & 0x00FF00FF00FF00FFull) * 100 + (w >> 8 & 0x00FF00FF00FF00FFull);
+    return (pairs & 0x0000FFFF0000FFFFull) * 10000 + (pairs >> 16 & 0x0000FFFF0000FFFFull);
+}
 
-int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
+// A record's digits as limbs from the front, the missing digits of the last
+// 0; the limb count, or 0 when a digit is above 99 or the first digit is 0.
+inline int limbsOf(const BYTE* data, int count, bool negative, uint64_t* limbs) {
+    BYTE room[kWorkDigits];
+    std::memset(room, 0, kWorkDigits);
+    NumpCopyDigits(room, data + 1, count, negative);
+    uint64_t w0 = NumpLoad8(room), w1 = NumpLoad8(room + 8), w2 = NumpLoad8(room + 16);
+    const uint64_t up = 28 * kNumpOnes; // as in addInPlace
+    if (((w0 | w1 | w2 | (w0 + up) | (w1 + up) | (w2 + up)) & kNumpHigh) || (w0 & 0xFF) == 0) return 0;
+    uint64_t l0 = twoLimbsOf8(w0);
+    limbs[0] = uint32_t(l0);
+    limbs[1] = l0 >> 32;
+    if (count > 8) {
+        uint64_t l1 = twoLimbsOf8(w1);
+        limbs[2] = uint32_t(l1);
+        limbs[3] = l1 >> 32;
+        if (count > 16) {
+            uint64_t l2 = twoLimbsOf8(w2);
+            limbs[4] = uint32_t(l2);
+            limbs[5] = l2 >> 32;
+        }
+    }
+    return (count + 3) >> 2;
+}
+
+// limb % 100^k for the last kept digit's place: the digits behind it in its
+// limb (k = 3 - that digit's place in the limb, 1..3).
+inline uint32_t digitsBehind(uint32_t limb, int k) {
+    switch (k) {
+    case 1: return limb % 100;
+    case 2: return limb % 10000;
+    default: return limb % 1000000;
+    }
+}
+
+// The product of two records of 2 to 24 data bytes whose digits are all
+// 0..99 and whose first digits are above 0, which is at least 100^-2: its
+// first digit above 0 is one of the first two. Schoolbook on limbs of four
+// digits (0..10^8 - 1), the column sums gathered first and carried once;
+// the first 7 columns (28 digits) hold the 23 digits behind the first one
+// and the digit that rounds them, the later columns give only carries. The
+// rounding (half up, base 100) is done on the limbs, so that the digits
+// that it turns to 0 are never written out. The same result as
+// multiplyDigits, which takes every other case, and the one rounding that
+// carries out of the first place; false then.
+__attribute__((always_inline)) inline bool multiplyNormal(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) {
+    int la, lb;
+    if (!plainLengths(a, b, &la, &lb)) return false;
+    const BYTE *da = a->abData, *db = b->abData;
+    int signA = int(int8_t(da[0])) >> 7, signB = int(int8_t(db[0])) >> 7; // 0 negative, -1 positive
+    int na = la - 2 - signA, nb = lb - 2 - signB;
+    if (na <= 0 || nb <= 0) return false;
+    uint64_t xl[6], yl[6];
+    int nx = limbsOf(da, na, !signA, xl), ny = nx ? limbsOf(db, nb, !signB, yl) : 0;
+    if (!ny) return false;
+    int ea = (da[0] ^ signA ^ 0x7F) & 0x7F, eb = (db[0] ^ signB ^ 0x7F) & 0x7F;
+    bool negative = signA != signB;
+
+    // A column holds at most 6 products below 10^16, inside 64 bits. The
+    // first row sets the columns it reaches, the five behind them are
+    // cleared (as many as the other rows can reach).
+    uint64_t columns[12];
+    columns[0] = 0;
+    for (int j = 0; j < ny; ++j) columns[j + 1] = xl[0] * yl[j];
+    for (int k = 1; k <= 5; ++k) columns[ny + k] = 0; // ny + 5 <= 11
+    for (int i = 1; i < nx; ++i)
+        for (int j = 0; j < ny; ++j) columns[i + j + 1] += xl[i] * yl[j];
+    int columnCount = nx + ny, shown = columnCount < 7 ? columnCount : 7;
+    uint64_t limbs[7];
+    uint64_t carry = 0;
+    int k = columnCount - 1;
+    for (; k >= shown; --k) carry = (columns[k] + carry) / kLimb8;
+    for (; k >= 0; --k) {
+        uint64_t t = columns[k] + carry;
+        carry = t / kLimb8;
+        limbs[k] = t - carry * kLimb8;
+    }
+
+    // Digit r rounds the r digits in front of it: 23 (22 negative) behind
+    // the first digit above 0, which is digit 0 or 1 (limb 0 is 10^4 or
+    // more). The last kept digit is in limb q, which ends k digits behind it.
+    int first = limbs[0] >= 1000000 ? 0 : 1;
+    int r = first + NUM_MAX_DIGITS_POS - negative;
+    int last = shown - 1; // the last limb that may hold a digit above 0
+    if (r < 4 * shown) {
+        int q = (r - 1) >> 2, behind = 3 - ((r - 1) & 3);
+        bool up;
+        if (behind == 0) {
+            up = limbs[q + 1] >= kLimb8 / 2;
+        } else {
+            uint32_t rest = digitsBehind(uint32_t(limbs[q]), behind);
+            uint32_t half = behind == 1 ? 50 : behind == 2 ? 5000 : 500000;
+            up = rest >= half;
+            limbs[q] -= rest;
+        }
+        last = q;
+        if (up) {
+            // The limb that takes the carry is the last one above 0.
+            limbs[q] += behind == 0 ? 1 : behind == 1 ? 100 : behind == 2 ? 10000 : 1000000;
+            for (; limbs[last] == kLimb8; --last) {
+                // Not for these operands: a product below 1 - 100^-23 (two
+                // fractions of 23 digits) or 1 - 100^-22 (one of 22, when
+                // negative) doesn't round up to 1. multiplyDigits would.
+                if (last == 0) return false;
+                limbs[last] = 0;
+                ++limbs[last - 1];
+            }
+            first = limbs[0] >= 1000000 ? 0 : 1; // the carry can reach digit 0
+        }
+    }
+    while (limbs[last] == 0) --last; // limb 0 is above 0
+
+    BYTE digits[4 * 7];
+    for (int i = 0; i <= last; ++i) NumpDigitsOf4(uint32_t(limbs[i]), digits + 4 * i);
+    // The last limb's zero digits at its end are the high bytes of its load.
+    int count = 4 * last + 4 - (__builtin_clz(NumpLoad4(digits + 4 * last)) >> 3) - first;
+    int exponent = ea + eb - NUM_EXP_BIAS - first;
+    if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
+        exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
+    BYTE* data = out->abData;
+    NumpCopyDigits(data + 1, digits + first, count, negative);
+    if (negative) {
+        data[0] = BYTE(~(0x80 + exponent));
+        data[1 + count] = kNumpTerminator;
+        out->bLength = BYTE(count + 2);
+    } else {
+        data[0] = BYTE(0x80 + exponent);
+        out->bLength = BYTE(count + 1);
+    }
+    return true;
+}
+
+// Every case: both records unpacked.
+__attribute__((noinline)) int multiplyDigits(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) {
     NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
     int negative = x.negative != y.negative;
     if (x.count == 0 || y.count == 0) {
@@ -256,4 +504,11 @@ int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
         NumpDigitsOf4(uint32_t(t - carry * kLimb8), product + 4 * k);
     }
     return NumpWriteNormal(out, product, 4 * shown, negative, x.exponent + y.exponent - NUM_EXP_BIAS);
+}
+
+} // namespace
+
+int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
+    if (multiplyNormal(out, a, b)) return out->bLength;
+    return multiplyDigits(out, a, b);
 }

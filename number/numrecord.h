@@ -95,6 +95,44 @@ inline void NumpComplement(BYTE* to, const BYTE* from, int count) {
     NumpStore8(to + count - 8, last);
 }
 
+// count bytes (0..24) from `from` to `to`, each complemented on the way
+// when asked; no byte outside [0, count) is read or written on either side.
+// From 8 bytes on, three blocks that overlap: the first, the last, and one
+// halfway between them, which closes the gap up to 24 bytes.
+inline void NumpCopyDigits(BYTE* to, const BYTE* from, int count, bool complement) {
+    if (count >= 8) {
+        int middle = (count - 8) >> 1;
+        uint64_t x = NumpLoad8(from), y = NumpLoad8(from + middle), z = NumpLoad8(from + count - 8);
+        if (complement) {
+            x = NumpComplement8(x);
+            y = NumpComplement8(y);
+            z = NumpComplement8(z);
+        }
+        NumpStore8(to, x);
+        NumpStore8(to + middle, y);
+        NumpStore8(to + count - 8, z);
+    } else if (count >= 4) {
+        uint64_t x = NumpLoad4(from), z = NumpLoad4(from + count - 4);
+        if (complement) {
+            x = NumpComplement8(x);
+            z = NumpComplement8(z);
+        }
+        NumpStore4(to, uint32_t(x));
+        NumpStore4(to + count - 4, uint32_t(z));
+    } else if (count > 0) { // the first, the middle, the last
+        int middle = count / 2;
+        BYTE x = from[0], y = from[middle], z = from[count - 1];
+        if (complement) {
+            x = BYTE(100 - x);
+            y = BYTE(100 - y);
+            z = BYTE(100 - z);
+        }
+        to[0] = x;
+        to[middle] = y;
+        to[count - 1] = z;
+    }
+}
+
 // Four digits (0..99, the first the highest) as one limb of 0..10^8 - 1 and
 // back. The limb is made two digits at a time in 16-bit lanes, which follow
 // the byte order of the load, little-endian on every target; the digits come
@@ -178,14 +216,12 @@ inline int NumpRoundToLimit(BYTE* digits, int limit, int* exponent) {
 constexpr BYTE kNumpTerminator = 0x65;
 inline int NumpPackNormal(BYTE* data, BYTE* digits, int count, int negative, int exponent, int padToWord) {
     int first = 0;
-    while (first < count && digits[first] == 0) {
-        ++first;
-        --exponent;
-    }
+    while (first < count && digits[first] == 0) ++first;
+    exponent -= first;
     digits += first;
     count -= first;
 
-    int limit = negative ? NUM_MAX_DIGITS_NEG : NUM_MAX_DIGITS_POS;
+    int limit = NUM_MAX_DIGITS_POS - (negative != 0);
     if (count > limit) count = NumpRoundToLimit(digits, limit, &exponent);
 
     while (count > 0 && digits[count - 1] == 0) --count;
@@ -195,8 +231,8 @@ inline int NumpPackNormal(BYTE* data, BYTE* digits, int count, int negative, int
         written = 1;
         negative = 0;
     } else {
-        if (exponent < NUM_MIN_EXP) exponent = NUM_MIN_EXP;
-        if (exponent > NUM_MAX_EXP) exponent = NUM_MAX_EXP;
+        if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
+            exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
         if (!negative) {
             data[0] = BYTE(0x80 + exponent);
             NumpCopy(data + 1, digits, count);

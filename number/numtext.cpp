@@ -121,9 +121,10 @@ int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text) {
     int keptFraction = fractionCount < kMaxChars - keptWhole ? fractionCount : kMaxChars - keptWhole;
     NumpCopy(reinterpret_cast<BYTE*>(chars + pad), reinterpret_cast<const BYTE*>(whole), keptWhole);
     NumpCopy(reinterpret_cast<BYTE*>(chars + pad + keptWhole), reinterpret_cast<const BYTE*>(fraction), keptFraction);
-    int count = (pad + keptWhole + keptFraction + 1) / 2;
+    int count = int(unsigned(pad + keptWhole + keptFraction + 1) / 2);
     BYTE digits[24];
-    for (int i = 0; i < count; i += 4) pairsOf8(chars + 2 * i, digits + i);
+    const char* c = chars;
+    for (BYTE* d = digits; d < digits + count; d += 4, c += 8) pairsOf8(c, d);
     NumpWriteNormal(out, digits, count, negative, exponent);
     return int(p - text);
 }

@@ -7,6 +7,7 @@
 // Z (zeros behind the point) and F (the fraction digits of t).
 #include "numrecord.h"
 
+#include <cstdint>
 #include <cstring>
 
 namespace {
@@ -23,45 +24,41 @@ struct Layout {
     bool negative = false;
 };
 
-// "00" to "99": the two characters of each digit value.
+// The two characters of each byte value d, '0' + d / 10 and '0' + d % 10,
+// the first in the low byte (the order in memory on the little-endian
+// targets): "00" to "99" for the digits, and for the bytes above 99 that a
+// record that isn't normal may hold, the same characters as the writer
+// gives them one at a time.
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "character pairs are laid out little-endian");
 constexpr struct DigitPairs {
-    char c[200];
-    constexpr DigitPairs() : c() {
-        for (int i = 0; i < 100; ++i) {
-            c[2 * i] = char('0' + i / 10);
-            c[2 * i + 1] = char('0' + i % 10);
-        }
+    uint16_t pair[256];
+    constexpr DigitPairs() : pair() {
+        for (int i = 0; i < 256; ++i) pair[i] = uint16_t(('0' + i / 10) | ('0' + i % 10) << 8);
     }
 } kPairs;
 
-// Four digit values (0..99) as their eight characters: each digit in a
-// 16-bit lane, split into tens ((d * 103) >> 10 is d / 10 below 179) and
-// ones; the lanes follow the little-endian byte order of every target.
-static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "digit lanes are laid out little-endian");
+// Four digits as their eight characters; bytes behind a record's digits
+// (any value) give characters behind the text's end.
 void fourDigitsAsText(const BYTE* digits, char* text) {
-    uint64_t w = NumpLoad4(digits);
-    uint64_t lanes = (w | w << 16) & 0x0000FFFF0000FFFFull;
-    lanes = (lanes | lanes << 8) & 0x00FF00FF00FF00FFull;
-    uint64_t tens = ((lanes * 103) >> 10) & 0x000F000F000F000Full;
-    uint64_t ones = lanes - tens * 10;
-    NumpStore8(reinterpret_cast<BYTE*>(text), tens | ones << 8 | '0' * kNumpOnes);
+    for (int i = 0; i < 4; ++i) std::memcpy(text + 2 * i, &kPairs.pair[digits[i]], 2);
 }
 
 Layout layoutOf(const NumpOperand& v) {
     Layout L;
     L.negative = v.negative != 0;
     L.x = 2 * (v.exponent - NUM_EXP_BIAS);
-    if (v.count > 0 && v.digits[0] != 0 && !NumpAnyAbove99(v.digits, v.count)) {
-        // A normal record: its first digit shows one character when below 10
-        // (the zero in front of it goes), then two a digit; only the last
-        // digit's second character can be a trailing zero.
+    if (v.count > 0 && v.digits[0] != 0) {
+        // A first digit above 0: it shows one character when below 10 (the
+        // zero in front of it goes), then two a digit; only the last digit's
+        // second character can be a trailing zero (a byte above 99 has no
+        // zero for its first).
         int first = v.digits[0];
         char* t = L.t;
         if (first < 10) {
             *t++ = char('0' + first);
             --L.x;
         } else {
-            std::memcpy(t, kPairs.c + 2 * first, 2);
+            std::memcpy(t, &kPairs.pair[first], 2);
             t += 2;
         }
         // The others four at a time (the bytes behind the last digit give
@@ -153,6 +150,40 @@ char* writeScientific(char* out, const Layout& L, int w) {
     return out;
 }
 
+// The fixed form of a record with an integer part when every digit
+// of t fits in the width: I, then the point and F, or P. The same text as
+// NumToAscii's layout makes of it, without the layout; -1 for every other
+// record and width. t is made of the record's digits four at a time, the
+// first digit included; its first character goes when it is a zero.
+int fixedWithIntegerPart(const NumpOperand& v, char* buffer, int width) {
+    int count = v.count;
+    if (count == 0 || v.exponent <= NUM_EXP_BIAS || v.digits[0] == 0) return -1;
+    char text[2 * 24 + 8];
+    for (int i = 0; i < count; i += 4) fourDigitsAsText(v.digits + i, text + 2 * i);
+    int lead = v.digits[0] < 10;
+    const char* t = text + lead;
+    int lt = 2 * count - lead - (text[2 * count - 1] == '0'); // the last digit is above 0: one zero at most
+    int x = 2 * (v.exponent - NUM_EXP_BIAS) - lead;             // 1 or more: I is not empty
+    int negative = v.negative != 0;
+    bool point = x < lt;
+    if ((point ? lt + 1 : x) + negative > width) return -1;
+    char* out = buffer;
+    if (negative) *out++ = '-';
+    BYTE* to = reinterpret_cast<BYTE*>(out);
+    const BYTE* from = reinterpret_cast<const BYTE*>(t);
+    if (point) {
+        NumpCopy(to, from, x);
+        to[x] = '.';
+        NumpCopy(to + x + 1, from + x, lt - x);
+        out += lt + 1;
+    } else {
+        NumpCopy(to, from, lt);
+        out = repeat(out + lt, '0', x - lt);
+    }
+    *out = 0;
+    return int(out - buffer);
+}
+
 } // namespace
 
 int OXLAPI NumToAscii(tagNUMBER* n, char* buffer, WORD width) {
@@ -161,7 +192,10 @@ int OXLAPI NumToAscii(tagNUMBER* n, char* buffer, WORD width) {
         buffer[0] = 0;
         return 0;
     }
-    Layout L = layoutOf(NumpRead(n, length));
+    NumpOperand v = NumpRead(n, length);
+    int fixed = fixedWithIntegerPart(v, buffer, width);
+    if (fixed >= 0) return fixed;
+    Layout L = layoutOf(v);
 
     char* out = buffer;
     int w = width;

@@ -30,11 +30,11 @@ std::string apply(BinaryOp op, const tagNUMBER& a, const tagNUMBER& b) {
 struct Case {
     BinaryOp op;
     const char* name;
-    const char *a, *b; // decimal text, or "#" and hex bytes
+    std::string a, b; // decimal text, or "#" and hex bytes
     std::string record;
 };
 
-tagNUMBER operand(const char* text) { return text[0] == '#' ? fromHex(text + 1) : rec(text); }
+tagNUMBER operand(const std::string& text) { return text[0] == '#' ? fromHex(text.substr(1)) : rec(text.c_str()); }
 
 TEST(NumArithmetic, WorkedCases) {
     const Case cases[] = {
@@ -69,6 +69,12 @@ TEST(NumArithmetic, WorkedCases) {
         {NumMultiply, "*", "1e-100", "1e-100", "02 84 01"},
         {NumMultiply, "*", "12345.678", "-2", "07 3C 62 36 09 41 28 65"},
         {NumMultiply, "*", "-0.5", "-0.5", "02 C0 19"},
+        // Products whose rounding carries through 99s: across limbs of eight
+        // decimal digits, and into the zero digit in front of the first one.
+        {NumMultiply, "*", "12345.678", "#18 C0" + rep("21", 23), "05 C2 29 0F 16 3C"},
+        {NumMultiply, "*", "0.0101", "0.9900990099009900990099009900990099009900990099", "02 C0 01"},
+        {NumMultiply, "*", "-0.5", "0.01" + std::string(44, '9'), "03 3F 63 65"},
+        {NumMultiply, "*", "-0.5", "1." + std::string(44, '9'), "03 3E 63 65"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(apply(c.op, operand(c.a), operand(c.b)), c.record) << c.a << " " << c.name << " " << c.b;
@@ -241,11 +247,14 @@ TEST(NumArithmetic, SameBytesAsTheDigitByDigitEngine) {
             ++b.abData[length - 2];
         }
         for (const Pair& p : pairs) {
+            // All 25 bytes: those past the result's length are left as they were.
             tagNUMBER x = a, y = b, out1, out2;
+            std::memset(&out1, i & 0xFF, sizeof out1);
+            std::memset(&out2, i & 0xFF, sizeof out2);
             p.fast(&out1, &x, &y);
             x = a, y = b;
             p.plain(&out2, &x, &y);
-            std::string got = hex(out1), want = hex(out2);
+            std::string got = hex(out1, 25), want = hex(out2, 25);
             if (got != want) ++failures;
             EXPECT_EQ(got, want) << p.name << "(" << hex(a, 25) << ", " << hex(b, 25) << ")";
         }
