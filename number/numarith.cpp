@@ -194,19 +194,7 @@ inline void writeArea(tagNUMBER* out, const Area& r, bool negative, int exponent
                         : 7 - (__builtin_ctzll(r.w0) >> 3);
         count = last + 1 - first;
     }
-    exponent -= first;
-    if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
-        exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
-    BYTE* data = out->abData;
-    NumpCopyDigits(data + 1, work + first, count, negative);
-    if (negative) {
-        data[0] = BYTE(~(0x80 + exponent));
-        data[1 + count] = kNumpTerminator;
-        out->bLength = BYTE(count + 2);
-    } else {
-        data[0] = BYTE(0x80 + exponent);
-        out->bLength = BYTE(count + 1);
-    }
+    NumpWriteDigits(out, work + first, count, negative, exponent - first);
 }
 
 // The sum (kAdd) or difference of the magnitudes of two records of 2 to 24
@@ -453,19 +441,7 @@ __attribute__((always_inline)) inline bool multiplyNormal(tagNUMBER* out, const 
     for (int i = 0; i <= last; ++i) NumpDigitsOf4(uint32_t(limbs[i]), digits + 4 * i);
     // The last limb's zero digits at its end are the high bytes of its load.
     int count = 4 * last + 4 - (__builtin_clz(NumpLoad4(digits + 4 * last)) >> 3) - first;
-    int exponent = ea + eb - NUM_EXP_BIAS - first;
-    if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
-        exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
-    BYTE* data = out->abData;
-    NumpCopyDigits(data + 1, digits + first, count, negative);
-    if (negative) {
-        data[0] = BYTE(~(0x80 + exponent));
-        data[1 + count] = kNumpTerminator;
-        out->bLength = BYTE(count + 2);
-    } else {
-        data[0] = BYTE(0x80 + exponent);
-        out->bLength = BYTE(count + 1);
-    }
+    NumpWriteDigits(out, digits + first, count, negative, ea + eb - NUM_EXP_BIAS - first);
     return true;
 }
 

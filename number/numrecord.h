@@ -256,6 +256,25 @@ inline int NumpPackNormal(BYTE* data, BYTE* digits, int count, int negative, int
     return written;
 }
 
+// Writes the normal record of `count` digits (1 to the limit, 0..99 each,
+// the first and the last above 0) at `exponent`, clamped to the format's
+// range: the end of NumpPackNormal for callers that found the first and last
+// digit themselves.
+inline void NumpWriteDigits(tagNUMBER* out, const BYTE* digits, int count, bool negative, int exponent) {
+    if (unsigned(exponent - NUM_MIN_EXP) > unsigned(NUM_MAX_EXP - NUM_MIN_EXP))
+        exponent = exponent < NUM_MIN_EXP ? NUM_MIN_EXP : NUM_MAX_EXP;
+    BYTE* data = out->abData;
+    NumpCopyDigits(data + 1, digits, count, negative);
+    if (negative) {
+        data[0] = BYTE(~(0x80 + exponent));
+        data[1 + count] = kNumpTerminator;
+        out->bLength = BYTE(count + 2);
+    } else {
+        data[0] = BYTE(0x80 + exponent);
+        out->bLength = BYTE(count + 1);
+    }
+}
+
 // A record unpacked: digit values without trailing zeros, E, the sign. The
 // bytes behind the digits are room for zeros that make up a whole limb.
 struct NumpOperand {
