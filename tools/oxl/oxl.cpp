@@ -2,9 +2,9 @@
 // what the library makes of what you give it.
 //
 //   oxl tour                 a short walk through what the library does
-//   oxl small N [N ...]      the records of small integers, byte by byte
+//   oxl small N [N ...]      the records of small integers (-99 to 99), byte by byte
 //   oxl negate N             a record and its negation
-//   oxl compare A B          NumCompare of two small integers
+//   oxl compare A B          NumCompare of two numbers
 //   oxl env                  the character environment settled at load
 //   oxl version              the library's product and file versions
 //   oxl calc "A op B"        one operation (+ - * /) on two decimal numbers
@@ -14,6 +14,13 @@
 //   oxl conv VALUE           a number through every binary conversion and back
 //   oxl shm SIZE             the machine's shared heap, opened (or created with
 //                            SIZE bytes), driven by commands read from stdin
+//   oxl help                 what each command does
+//
+// Misuse is told on the error stream, with exit status 2. Numbers are read
+// whole: "4096abc" is not a number. Natively the arguments come in the
+// terminal's encoding and go to the library in its code page, and
+// characters are shown back in the terminal's encoding, as a host on a
+// UTF-8 system must do; a Windows console hands over the code page itself.
 #include "core/diag.h"
 #include "core/memshared.h"
 #include "intl/intl.h"
@@ -26,14 +33,20 @@
 #include <cstring>
 #include <iterator>
 #include <string>
+#include <vector>
 
 #ifdef _WIN32
 #include <windows.h>
 #else
+#include <clocale>
 #include <dlfcn.h>
+#include <iconv.h>
+#include <langinfo.h>
 #endif
 
 namespace {
+
+std::string fromLibrary(const std::string& text);
 
 std::string hex(const tagNUMBER& n) {
     std::string s;
@@ -62,23 +75,8 @@ bool parseInt(const char* text, int* value) {
 void showSmall(int v) {
     tagNUMBER n;
     NumCreateSmall(&n, v);
-    std::printf("%6d  %-16s%s\n", v, hex(n).c_str(), NumIsZero(&n) ? "  (reads as zero)" : "");
-}
-
-void showNegate(int v) {
-    tagNUMBER n;
-    NumCreateSmall(&n, v);
-    std::string before = hex(n);
-    int r = NumNegate(&n);
-    std::printf("-(%d): %s  ->  %s   (NumNegate gives %d)\n", v, before.c_str(), hex(n).c_str(), r);
-}
-
-void showCompare(int a, int b) {
-    tagNUMBER x, y;
-    NumCreateSmall(&x, a);
-    NumCreateSmall(&y, b);
-    static const char* const rel[] = {"<", "=", ">"};
-    std::printf("%d %s %d   (NumCompare gives %d)\n", a, rel[NumCompare(&x, &y) + 1], b, NumCompare(&x, &y));
+    std::printf("%6d  %-16s%s\n", v, hex(n).c_str(),
+                v < -99 || v > 99 ? "  (outside -99 to 99: a record that reads as zero)" : "");
 }
 
 int cmdSmall(int argc, char** argv) {
@@ -88,20 +86,6 @@ int cmdSmall(int argc, char** argv) {
         if (!parseInt(argv[i], &v)) return 2;
         showSmall(v);
     }
-    return 0;
-}
-
-int cmdNegate(int argc, char** argv) {
-    int v;
-    if (argc != 1 || !parseInt(argv[0], &v)) return 2;
-    showNegate(v);
-    return 0;
-}
-
-int cmdCompare(int argc, char** argv) {
-    int a, b;
-    if (argc != 2 || !parseInt(argv[0], &a) || !parseInt(argv[1], &b)) return 2;
-    showCompare(a, b);
     return 0;
 }
 
@@ -123,6 +107,50 @@ bool readNumber(const char** p, tagNUMBER* n, const char* what) {
     }
     *p += r;
     return true;
+}
+
+// A whole argument as a number (decimal, scientific or 0x hexadecimal), with
+// nothing after it.
+bool parseNumber(const char* arg, tagNUMBER* n) {
+    const char* p = arg;
+    if (!readNumber(&p, n, arg)) return false;
+    if (*p) {
+        std::fprintf(stderr, "oxl: '%s' is not a number: '%s' after it\n", arg, p);
+        return false;
+    }
+    return true;
+}
+
+void showNegate(tagNUMBER n) {
+    std::string before = text(n) + "  " + hex(n);
+    int r = NumNegate(&n);
+    std::printf("-(%s)  ->  %s  %s   (NumNegate gives %d)\n", before.c_str(), text(n).c_str(), hex(n).c_str(), r);
+}
+
+void showCompare(tagNUMBER a, tagNUMBER b) {
+    static const char* const rel[] = {"<", "=", ">"};
+    int c = NumCompare(&a, &b);
+    std::printf("%s %s %s   (NumCompare gives %d)\n", text(a).c_str(), rel[c + 1], text(b).c_str(), c);
+}
+
+tagNUMBER small(int v) {
+    tagNUMBER n;
+    NumCreateSmall(&n, v);
+    return n;
+}
+
+int cmdNegate(int, char** argv) {
+    tagNUMBER n;
+    if (!parseNumber(argv[0], &n)) return 2;
+    showNegate(n);
+    return 0;
+}
+
+int cmdCompare(int, char** argv) {
+    tagNUMBER a, b;
+    if (!parseNumber(argv[0], &a) || !parseNumber(argv[1], &b)) return 2;
+    showCompare(a, b);
+    return 0;
 }
 
 int cmdCalc(int argc, char** argv) {
@@ -163,18 +191,9 @@ void showBack(const char* what, tagNUMBER& back) {
 
 // One value through each binary conversion: what the record becomes, the
 // overflow reply, and the record that the converted value gives back.
-int cmdConv(int argc, char** argv) {
-    if (argc != 1) {
-        std::fprintf(stderr, "oxl conv VALUE: one decimal, scientific or 0x hexadecimal number\n");
-        return 2;
-    }
-    const char* p = argv[0];
+int cmdConv(int, char** argv) {
     tagNUMBER n, back;
-    if (!readNumber(&p, &n, "value")) return 2;
-    if (*p) {
-        std::fprintf(stderr, "oxl: unexpected '%s' after the value\n", p);
-        return 2;
-    }
+    if (!parseNumber(argv[0], &n)) return 2;
     std::printf("record           %-40s %s\n", text(n).c_str(), hex(n).c_str());
 
     LONG reply = 0;
@@ -276,8 +295,7 @@ void showCuts(char* text, int n) {
                 hexBytes(right).c_str(), hexBytes(rightB).c_str());
 }
 
-int cmdChars(int argc, char** argv) {
-    if (argc != 1) return 2;
+int cmdChars(int, char** argv) {
     std::string text = unescape(argv[0]);
     if (text.size() > 60) {
         std::fprintf(stderr, "oxl: at most 60 bytes, please\n");
@@ -287,7 +305,7 @@ int cmdChars(int argc, char** argv) {
                 IntlStrLenB(text.data()), IntlStrLen(text.data()), IntlDBCSEnabled() ? "on" : "off");
     for (char* p = text.data(); *p; p += IntlBytesInNextChar(p)) {
         char one[3] = {p[0], IntlBytesInNextChar(p) > 1 ? p[1] : '\0', '\0'};
-        std::printf(" %s", hexBytes(one).c_str());
+        std::printf(" %s %s", hexBytes(one).c_str(), fromLibrary(one).c_str());
     }
     std::printf("\n\n  n  %-26s %-26s %-26s %s\n", "IntlStrLeft", "IntlStrLeftB", "IntlStrRight", "IntlStrRightB");
     for (int n = 0; n <= IntlStrLenB(text.data()); ++n) showCuts(text.data(), n);
@@ -331,12 +349,14 @@ void showHeap(uint32_t base) {
     MemReleaseMutex();
 }
 
-int cmdShm(int argc, char** argv) {
-    unsigned long size = argc == 1 ? std::strtoul(argv[0], nullptr, 0) : 0;
-    if (size < 64 || size > 0x1000000) {
-        std::fprintf(stderr, "oxl shm SIZE: SIZE from 64 to 16777216 bytes\n");
+int cmdShm(int, char** argv) {
+    int parsed = 0;
+    if (!parseInt(argv[0], &parsed)) return 2;
+    if (parsed < 64 || parsed > 0x1000000) {
+        std::fprintf(stderr, "oxl shm: SIZE from 64 to 16777216 bytes, not %d\n", parsed);
         return 2;
     }
+    unsigned long size = unsigned(parsed);
     long created = 0;
     void* view = MemSharedInit(&created, DWORD(size));
     if (!view) {
@@ -379,11 +399,11 @@ int cmdTour(int, char**) {
     std::printf("== NUMBER records: a length byte, an exponent byte, base-100 digits ==\n");
     for (int v : {0, 1, 2, 42, 99, -1, -42, -99, 100, -100}) showSmall(v);
     std::printf("\n== Negation flips the sign; negative digits are stored as 100 - d, ending in 65 ==\n");
-    for (int v : {1, -1, 42, 0}) showNegate(v);
+    for (int v : {1, -1, 42, 0}) showNegate(small(v));
     std::printf("\n== Comparison: records order as their values ==\n");
-    showCompare(-5, 3);
-    showCompare(7, 7);
-    showCompare(-1, -99);
+    showCompare(small(-5), small(3));
+    showCompare(small(7), small(7));
+    showCompare(small(-1), small(-99));
     tagNUMBER null = {}, one;
     NumCreateSmall(&one, 1);
     std::printf("null vs 1: NumCompare gives %d (null is below every value)\n", NumCompare(&null, &one));
@@ -391,41 +411,131 @@ int cmdTour(int, char**) {
     return cmdEnv(0, nullptr);
 }
 
+// Each command with the arguments it takes: at least `min`, at most `max`
+// (-1: any number more).
 struct Command {
     const char* name;
     int (*run)(int argc, char** argv);
+    int min, max;
+    const char* args;
+    const char* what;
 };
+int cmdHelp(int, char**);
 constexpr Command kCommands[] = {
-    {"tour", cmdTour},       {"small", cmdSmall}, {"negate", cmdNegate},     {"compare", cmdCompare},
-    {"env", cmdEnv},         {"calc", cmdCalc},   {"version", cmdVersion}, {"chars", cmdChars},
-    {"shm", cmdShm},         {"conv", cmdConv},
+    {"tour", cmdTour, 0, 0, "", "a short walk through what the library does"},
+    {"small", cmdSmall, 1, -1, "N...", "the records NumCreateSmall makes of integers (-99 to 99), byte by byte"},
+    {"negate", cmdNegate, 1, 1, "N", "a record and its negation"},
+    {"compare", cmdCompare, 2, 2, "A B", "NumCompare of two numbers"},
+    {"env", cmdEnv, 0, 0, "", "the character environment settled at load"},
+    {"version", cmdVersion, 0, 0, "", "the library's product and file versions"},
+    {"calc", cmdCalc, 1, -1, "\"A op B\"", "one operation (+ - * /) on two numbers, e.g. \"1/3\""},
+    {"chars", cmdChars, 1, 1, "TEXT",
+     "how TEXT splits into characters and how the cutting functions cut it;\n"
+     "                  \\xHH is a byte (LC_ALL=ja_JP.UTF-8: a Japanese system)"},
+    {"conv", cmdConv, 1, 1, "VALUE", "a number through the long, dword, word, double, CY and DECIMAL\n"
+                                      "                  conversions, and back"},
+    {"shm", cmdShm, 1, 1, "SIZE",
+     "the machine's shared heap (created with SIZE bytes when new); commands on\n"
+     "                  stdin: alloc N, free ADDR, check ADDR, checkall, show, quit"},
+    {"help", cmdHelp, 0, 0, "", "this text"},
 };
 
-int usage() {
-    std::fprintf(stderr,
-                 "usage: oxl tour | small N... | negate N | compare A B | env | calc \"A op B\" | version\n"
-                 "           | chars TEXT | conv VALUE | shm SIZE\n"
-                 "  tour     a short walk through what the library does\n"
-                 "  small    the records of small integers, byte by byte\n"
-                 "  negate   a record and its negation\n"
-                 "  compare  NumCompare of two small integers\n"
-                 "  env      the character environment settled at load\n"
-                 "  version  the library's product and file versions\n"
-                 "  calc     one operation (+ - * /) on two decimal numbers, e.g. \"1/3\"\n"
-                 "  chars    how TEXT splits into characters and how the cutting functions\n"
-                 "           cut it; \\xHH is a byte (LC_ALL=ja_JP.UTF-8: a Japanese system)\n"
-                 "  conv     a number (decimal, scientific, 0x hexadecimal) through the long,\n"
-                 "           dword, word, double, CY and DECIMAL conversions, and back\n"
-                 "  shm      the machine's shared heap (created with SIZE bytes when new);\n"
-                 "           commands on stdin: alloc N, free ADDR, check ADDR, checkall, show, quit\n");
-    return 2;
+void usage(FILE* to) {
+    std::fprintf(to, "usage: oxl COMMAND [ARGUMENTS]\n"
+                     "Numbers are decimal, scientific (1.5e3) or hexadecimal (0xFF), from 1E-128 to 1E+118.\n\n");
+    for (const Command& c : kCommands) std::fprintf(to, "  %-7s %-8s %s\n", c.name, c.args, c.what);
 }
+
+int cmdHelp(int, char**) {
+    usage(stdout);
+    return 0;
+}
+
+// The arguments in the library's code page. Natively they come in the
+// terminal's encoding (the locale's codeset, UTF-8 as a rule); the library's
+// ANSI code page follows the same locale, as it does under Windows, and is
+// named here as a host would know it. A Windows console hands them over in
+// the code page already.
+#ifndef _WIN32
+struct PageOfLocale {
+    const char* prefix;
+    const char* page;
+};
+constexpr PageOfLocale kPages[] = {{"ja", "CP932"},    {"zh_CN", "CP936"}, {"zh_SG", "CP936"}, {"zh_TW", "CP950"},
+                                   {"zh_HK", "CP950"}, {"ko", "CP949"},    {"ar", "CP1256"},   {"he", "CP1255"}};
+
+const char* libraryPage() {
+    const char* name = std::setlocale(LC_CTYPE, nullptr);
+    for (const PageOfLocale& p : kPages)
+        if (name && std::strncmp(name, p.prefix, std::strlen(p.prefix)) == 0) return p.page;
+    return "CP1252";
+}
+
+// `text` from one encoding to another; false when it has a sequence that
+// the target can't hold.
+bool convert(const char* to, const char* from, const std::string& text, std::string* out) {
+    iconv_t cd = iconv_open(to, from);
+    if (cd == iconv_t(-1)) return false;
+    std::string result(text.size() * 4 + 4, '\0');
+    char* in = const_cast<char*>(text.data());
+    char* at = result.data();
+    size_t inLeft = text.size(), outLeft = result.size();
+    bool ok = iconv(cd, &in, &inLeft, &at, &outLeft) != size_t(-1);
+    iconv_close(cd);
+    result.resize(result.size() - outLeft);
+    *out = result;
+    return ok;
+}
+
+bool toLibrary(int argc, char** argv, std::vector<std::string>* held) {
+    const char* terminal = nl_langinfo(CODESET);
+    for (int i = 0; i < argc; ++i) {
+        held->emplace_back();
+        if (!convert(libraryPage(), terminal, argv[i], &held->back())) {
+            std::fprintf(stderr, "oxl: argument %d has characters that code page %s can't hold\n", i + 1,
+                         libraryPage() + 2);
+            return false;
+        }
+        argv[i] = held->back().data();
+    }
+    return true;
+}
+
+std::string fromLibrary(const std::string& text) {
+    std::string out;
+    return convert(nl_langinfo(CODESET), libraryPage(), text, &out) ? out : "?";
+}
+#else
+bool toLibrary(int, char**, std::vector<std::string>*) { return true; }
+std::string fromLibrary(const std::string& text) { return text; }
+#endif
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2) return usage();
-    for (const Command& c : kCommands)
-        if (std::strcmp(argv[1], c.name) == 0) return c.run(argc - 2, argv + 2);
-    return usage();
+#ifndef _WIN32
+    std::setlocale(LC_ALL, "");
+#endif
+    if (argc < 2) {
+        usage(stderr);
+        return 2;
+    }
+    if (!std::strcmp(argv[1], "-h") || !std::strcmp(argv[1], "--help")) return cmdHelp(0, nullptr);
+    for (const Command& c : kCommands) {
+        if (std::strcmp(argv[1], c.name) != 0) continue;
+        int n = argc - 2;
+        if (n < c.min || (c.max >= 0 && n > c.max)) {
+            std::fprintf(stderr, "oxl %s: %s, got %d\nusage: oxl %s%s%s\n", c.name,
+                         c.max == 0 ? "takes no arguments" : c.min == c.max ? (c.min == 1 ? "takes one argument" : "takes two arguments")
+                                                                            : "takes at least one argument",
+                         n, c.name, *c.args ? " " : "", c.args);
+            return 2;
+        }
+        std::vector<std::string> held;
+        if (!toLibrary(n, argv + 2, &held)) return 2;
+        return c.run(n, argv + 2);
+    }
+    std::fprintf(stderr, "oxl: no command '%s'\n", argv[1]);
+    usage(stderr);
+    return 2;
 }
