@@ -10,7 +10,7 @@
 // scripts/bench subtracts it. Engines: oxl (our records), boost
 // (cpp_dec_float_50). `list` names the operations.
 #include "bench/operands.h"
-#include "number/number.h"
+#include <oxlrt31/number.h>
 
 #include <boost/multiprecision/cpp_dec_float.hpp>
 

@@ -3,7 +3,7 @@
 #ifndef OXL_BENCH_OPERANDS_H
 #define OXL_BENCH_OPERANDS_H
 
-#include "number/number.h"
+#include <oxlrt31/number.h>
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 // Arrays in movable memory: a header and the elements, resized on every
 // change. The header is read and written only while the block is locked.
-#include "ary.h"
+#include <oxlrt31/ary.h>
 
 #include "../os/osl.h"
 

@@ -1,7 +1,7 @@
 // The internal error box. Its text cuts the last two characters of the file
 // name, whatever they are, and runs the line number on without a separator:
 // hosts and the people who read these boxes know the text in this form.
-#include "diag.h"
+#include <oxlrt31/diag.h>
 
 #include "../os/osl.h"
 

@@ -4,14 +4,14 @@
 
 #include <cstdint>
 
-long OXLAPI CR_LockCount(CR_SECT* region) {
+LONG OXLAPI CR_LockCount(CR_SECT* region) {
     gOsl.sync->EnterCriticalSection(&region->section);
     long depth = region->lockCount;
     gOsl.sync->LeaveCriticalSection(&region->section);
     return depth;
 }
 
-long OXLAPI CR_Unwind(CR_SECT* region) {
+LONG OXLAPI CR_Unwind(CR_SECT* region) {
     if (!region || reinterpret_cast<uintptr_t>(region) == UINTPTR_MAX) return 0;
     gOsl.sync->EnterCriticalSection(&region->section);
     long depth = region->lockCount;
@@ -20,6 +20,6 @@ long OXLAPI CR_Unwind(CR_SECT* region) {
     return depth;
 }
 
-void OXLAPI CR_Rewind(CR_SECT* region, long depth) {
+void OXLAPI CR_Rewind(CR_SECT* region, LONG depth) {
     for (long i = 0; i < depth; ++i) CRLock(region);
 }

@@ -1,52 +1,14 @@
-/*
- * Critical regions: a recursive lock with a count of the levels its owner holds.
- *
- * lockCount is read and written only by the thread that owns the section, so
- * it needs no atomic access; it is 0 when nobody holds the region and never
- * negative. CR_Unwind and CR_Rewind let a host give up all its levels while it
- * waits for something that may itself need the region, and take them back.
- */
+// The library's own face of its critical regions: the CRSect object that
+// the static regions are, and the guard that holds one for a scope. Hosts
+// see the C record and functions of <oxlrt31/crsect.h> only.
 #ifndef OXL_CORE_CRSECT_H
 #define OXL_CORE_CRSECT_H
 
-#include "oxlapi.h"
+#define OXL_CRSECT_CLASS
+#include <oxlrt31/crsect.h>
 
-#pragma pack(push, 1)
-typedef struct CR_SECT {
-    CRITICAL_SECTION section;
-    LONG lockCount;
-} CR_SECT;
-#pragma pack(pop)
+#include "os/osl.h"
 
-#ifdef _WIN32
-#ifdef _WIN64
-OXL_STATIC_ASSERT(sizeof(CR_SECT) == 44, "CR_SECT is a 40-byte CRITICAL_SECTION and a count");
-#else
-OXL_STATIC_ASSERT(sizeof(CR_SECT) == 28, "CR_SECT is a 24-byte CRITICAL_SECTION and a count");
-#endif
-#endif
-OXL_STATIC_ASSERT(sizeof(CR_SECT) == sizeof(CRITICAL_SECTION) + 4, "CR_SECT holds nothing else");
-
-OXL_EXTERN_C_BEGIN
-
-/* Enters, reads the depth, leaves: the caller's own depth, or 0 once the owner let go. */
-long OXLAPI CR_LockCount(CR_SECT* region);
-/* Gives up every level the caller holds; returns how many. Null or all-ones: 0. */
-long OXLAPI CR_Unwind(CR_SECT* region);
-/* Takes `depth` levels again; nothing for depth <= 0. */
-void OXLAPI CR_Rewind(CR_SECT* region, long depth);
-
-/* The main region, and the pointer through which the runtime core reaches it:
- * null before its static initialiser and after its finaliser. */
-#ifndef __cplusplus
-OXLDATA extern CR_SECT gCRMainSect;
-#endif
-OXLDATA extern CR_SECT* gpCRSECTMain;
-
-OXL_EXTERN_C_END
-
-#ifdef __cplusplus
-#include "../os/osl.h"
 
 // Region entry and exit as the library does it everywhere: the level count
 // moves with the lock, inside it.
@@ -102,6 +64,5 @@ private:
 extern "C" {
 OXLDATA extern CRSect gCRMainSect;
 }
-#endif
 
 #endif

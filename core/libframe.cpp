@@ -3,7 +3,7 @@
 #include "libstate.h"
 
 #include "../format/fmt.h"
-#include "../intl/intl.h"
+#include <oxlrt31/intl.h>
 #include "../os/osl.h"
 #include "../print/print.h"
 #include "tls.h"

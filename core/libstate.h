@@ -6,7 +6,7 @@
 #ifndef OXL_CORE_LIBSTATE_H
 #define OXL_CORE_LIBSTATE_H
 
-#include "oxlapi.h"
+#include <oxlrt31/oxlapi.h>
 
 #include <cstdint>
 

@@ -1,8 +1,8 @@
 // Linked lists of values. Headers and nodes come from MemAlloc, zero-filled,
 // so a new header is already an empty list.
-#include "list.h"
+#include <oxlrt31/list.h>
 
-#include "mem.h"
+#include <oxlrt31/mem.h>
 
 List* OXLAPI ListCreateHeader(void) { return static_cast<List*>(MemAlloc(sizeof(List))); }
 

@@ -1,6 +1,6 @@
 // The library's heap. The process heap itself is the OS layer's business:
 // its entries address the process heap, so no handle is kept here.
-#include "mem.h"
+#include <oxlrt31/mem.h>
 
 #include "crsect.h"
 

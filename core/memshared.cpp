@@ -5,10 +5,10 @@
 // guards the creation and release of the mutex handle but is never held
 // while waiting for the mutex, so a process stalled on the mutex never
 // stalls the other threads of its own process.
-#include "memshared.h"
+#include <oxlrt31/memshared.h>
 
 #include "crsect.h"
-#include "mem.h"
+#include <oxlrt31/mem.h>
 #include "memstate.h"
 
 MEMSTATE gMemState;
@@ -79,7 +79,7 @@ int OXLAPI MemReleaseMutex(void) {
     return gMemState.hMutex && gOsl.shared->ReleaseMutex(gMemState.hMutex);
 }
 
-void* OXLAPI MemSharedInit(long* created, DWORD size) {
+void* OXLAPI MemSharedInit(LONG* created, DWORD size) {
     if (!MemAcquireMutex()) return nullptr;
     if (!gMemState.lpView) {
         BOOL isNew = 0;

@@ -17,7 +17,7 @@
 // process's bounds of the heap before it is followed; one that points
 // outside throws Damaged, which takes the way out a fault would take: the
 // mutex is released and the call fails, with nothing written past the bad word.
-#include "memshared.h"
+#include <oxlrt31/memshared.h>
 
 #include "crsect.h"
 #include "memstate.h"

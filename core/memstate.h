@@ -4,7 +4,7 @@
 #ifndef OXL_CORE_MEMSTATE_H
 #define OXL_CORE_MEMSTATE_H
 
-#include "oxlapi.h"
+#include <oxlrt31/oxlapi.h>
 
 struct MEMSTATE {
     HANDLE hMutex;     // the named mutex, open for the life of the process

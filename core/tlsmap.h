@@ -8,7 +8,7 @@
 #ifndef OXL_CORE_TLSMAP_H
 #define OXL_CORE_TLSMAP_H
 
-#include "oxlapi.h"
+#include <oxlrt31/oxlapi.h>
 
 class TLSThreadMap {
 public:

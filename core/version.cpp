@@ -1,9 +1,9 @@
 // Version strings of a module, from its version resource. Readers ask for
 // English with the Unicode code page first, then with Windows Latin.
-#include "diag.h"
+#include <oxlrt31/diag.h>
 
 #include "../os/osl.h"
-#include "mem.h"
+#include <oxlrt31/mem.h>
 
 #include <cstring>
 

@@ -5,7 +5,7 @@
 #ifndef OXL_FORMAT_FMT_H
 #define OXL_FORMAT_FMT_H
 
-#include "../core/oxlapi.h"
+#include <oxlrt31/oxlapi.h>
 
 /* Loads the month and day names and the calendar keys from the library's
  * string table into the process state; 1 when all is loaded. Runs at load and

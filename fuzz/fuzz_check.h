@@ -4,7 +4,7 @@
 #ifndef OXL_FUZZ_CHECK_H
 #define OXL_FUZZ_CHECK_H
 
-#include "number/number.h"
+#include <oxlrt31/number.h>
 
 #include <cstddef>
 #include <cstring>

@@ -6,7 +6,7 @@
 // Input: [language] subject 00 pattern
 #include "fuzz_check.h"
 
-#include "intl/intl.h"
+#include <oxlrt31/intl.h>
 #include "os/osl.h"
 #include "fuzz_intl.h"
 

@@ -8,7 +8,7 @@
 // Input: [language] [lead] [quote] [outSize] input 00 skip 00 delims
 #include "fuzz_check.h"
 
-#include "intl/intl.h"
+#include <oxlrt31/intl.h>
 #include "os/osl.h"
 #include "fuzz_intl.h"
 
@@ -102,7 +102,7 @@ void Pointer(const std::string& text, const char* skip, const char* delims) {
 void Numbers(const std::string& text) {
     char* s = FuzzDup(text);
     const int len = int(text.size());
-    long l = 0x5A5A5A5A;
+    LONG l = 0x5A5A5A5A;
     int r = IntlFetchNextNumLong(&l, s);
     // The model: white space, a sign, digits, and a magnitude that fits.
     const char* p = IntlStripStartSpace(s);

@@ -10,7 +10,7 @@
 //   insert, the set and the second text of the comparisons.
 #include "fuzz_check.h"
 
-#include "intl/intl.h"
+#include <oxlrt31/intl.h>
 #include "os/osl.h"
 #include "fuzz_intl.h"
 

@@ -42,7 +42,7 @@ constexpr long kMaxDoubleText = 99;
 
 } // namespace
 
-int OXLAPI IntlFetchNextNumLong(long* out, char* text) {
+int OXLAPI IntlFetchNextNumLong(LONG* out, char* text) {
     if (!out || !text) return 0;
     const char* p = IntlStripStartSpace(text);
     bool negative = *p == '-';

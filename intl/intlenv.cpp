@@ -1,6 +1,6 @@
 // The character environment, from the system's language: the double-byte
 // path looks at the system language alone, right-to-left also at the user's.
-#include "intl.h"
+#include <oxlrt31/intl.h>
 
 #include "../core/libstate.h"
 #include "../os/osl.h"

@@ -3,7 +3,7 @@
 #ifndef OXL_INTL_INTLPRIV_H
 #define OXL_INTL_INTLPRIV_H
 
-#include "intl.h"
+#include <oxlrt31/intl.h>
 
 #include "../core/libstate.h"
 #include "../os/osl.h"

@@ -2,7 +2,7 @@
 #ifndef OXL_INTL_JAPANTAB_H
 #define OXL_INTL_JAPANTAB_H
 
-#include "../os/wintypes.h"
+#include <oxlrt31/wintypes.h>
 
 // The full-width code of a half-width byte (0x20-0x7E, 0xA0-0xDF), or 0.
 // The byte 0xA0 has the code 0 as well.

@@ -48,7 +48,7 @@ int OXLAPI IntlStrTrim(char* dst, char* src) {
     return count;
 }
 
-long OXLAPI IntlStrTrimTrailing(char* s) {
+LONG OXLAPI IntlStrTrimTrailing(char* s) {
     if (!s || !*s) return 0;
     // The first character stays, white or not.
     char* p = IntlpStep(s);

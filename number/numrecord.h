@@ -4,7 +4,7 @@
 #ifndef OXL_NUMBER_NUMRECORD_H
 #define OXL_NUMBER_NUMRECORD_H
 
-#include "number.h"
+#include <oxlrt31/number.h>
 
 #include <cstdint>
 #include <cstring>

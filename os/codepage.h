@@ -8,7 +8,7 @@
 #ifndef OXL_OS_CODEPAGE_H
 #define OXL_OS_CODEPAGE_H
 
-#include "wintypes.h"
+#include <oxlrt31/wintypes.h>
 
 bool OslCodePageIsDBCS(UINT codePage);
 bool OslCodePageLeadByte(UINT codePage, BYTE b);

@@ -19,7 +19,7 @@
 #ifndef OXL_OS_OSL_H
 #define OXL_OS_OSL_H
 
-#include "wintypes.h"
+#include <oxlrt31/wintypes.h>
 
 /* Critical sections, thread slots, thread identity. */
 struct OslSyncService {

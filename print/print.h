@@ -5,7 +5,7 @@
 #ifndef OXL_PRINT_PRINT_H
 #define OXL_PRINT_PRINT_H
 
-#include "../core/oxlapi.h"
+#include <oxlrt31/oxlapi.h>
 
 /* Forgets the printer setup the user last chose in this process (unload). */
 void PrtClearSaved(void);

@@ -1,12 +1,12 @@
 /* A host written in C: the public headers compile as C, the exports link by
  * name (through the import library on Windows), and the exported objects are
  * reached as data. Prints what failed and exits non-zero. */
-#include "core/crsect.h"
-#include "core/mem.h"
-#include "core/memshared.h"
-#include "core/tls.h"
-#include "intl/intl.h"
-#include "number/number.h"
+#include <oxlrt31/crsect.h>
+#include <oxlrt31/mem.h>
+#include <oxlrt31/memshared.h>
+#include <oxlrt31/tls.h>
+#include <oxlrt31/intl.h>
+#include <oxlrt31/number.h>
 
 #include <stdio.h>
 #include <string.h>

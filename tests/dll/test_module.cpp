@@ -1,11 +1,11 @@
 // The shared library as hosts meet it: loaded by name, its exports found by
 // name, unloaded and loaded again in one process, threads ending while it is
 // loaded and while it is not.
-#include "core/crsect.h"
-#include "core/diag.h"
-#include "core/tls.h"
-#include "intl/intl.h"
-#include "number/number.h"
+#include <oxlrt31/crsect.h>
+#include <oxlrt31/diag.h>
+#include <oxlrt31/tls.h>
+#include <oxlrt31/intl.h>
+#include <oxlrt31/number.h>
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 // Exit codes: 0 done, 2 bad arguments, 3 the block or its heap couldn't be
 // had, 4 a block came back wrong, 5 nobody killed the holder.
 #include "core/libstate.h"
-#include "core/memshared.h"
+#include <oxlrt31/memshared.h>
 #include "child_process.h"
 #include "scripted_osl.h"
 
@@ -98,10 +98,10 @@ int main(int argc, char** argv) {
     if (action == "blocked") {
         void* at = reinterpret_cast<void*>(uintptr_t(0x40000000));
         if (!ReserveAddress(at, size)) return 3;
-        long untouched = -7;
+        LONG untouched = -7;
         return MemSharedInit(&untouched, size) == nullptr && untouched == -7 ? 0 : 4;
     }
-    long created = -1;
+    LONG created = -1;
     auto* view = static_cast<char*>(MemSharedInit(&created, size));
     if (!view || created != 0 || !MemSharedInitHeap(view, size, 0)) return 3;
     int code = 2;

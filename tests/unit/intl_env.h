@@ -4,7 +4,7 @@
 #ifndef OXL_TESTS_INTL_ENV_H
 #define OXL_TESTS_INTL_ENV_H
 
-#include "intl/intl.h"
+#include <oxlrt31/intl.h>
 #include "../support/scripted_osl.h"
 
 #include <cstdio>

@@ -7,7 +7,7 @@
 #ifndef OXL_TESTS_NUMBER_REFERENCE_H
 #define OXL_TESTS_NUMBER_REFERENCE_H
 
-#include "number/number.h"
+#include <oxlrt31/number.h>
 
 #include <cstdio>
 #include <cstring>

@@ -1,6 +1,6 @@
 // Arrays in movable memory: shapes, insertion and deletion at every kind of
 // index, the lock count, and what a failed resize leaves.
-#include "core/ary.h"
+#include <oxlrt31/ary.h>
 #include "../support/scripted_osl.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // The internal error box and the version strings, through scripted window
 // and version services.
-#include "core/diag.h"
+#include <oxlrt31/diag.h>
 #include "../support/scripted_osl.h"
 
 #include <gtest/gtest.h>

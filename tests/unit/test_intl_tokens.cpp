@@ -182,7 +182,7 @@ TEST(IntlTokens, FetchNumbers) {
         {"2147483648", 0, 77}, {"-2147483648", 0, 77}, {"\t\n 0", 4, 0},   {"- 5", 0, 77},
     };
     for (const auto& c : longs) {
-        long v = 77;
+        LONG v = 77;
         std::string t = c.text;
         EXPECT_EQ(IntlFetchNextNumLong(&v, t.data()), c.result) << "IntlFetchNextNumLong(\"" << c.text << "\")";
         EXPECT_EQ(v, c.value) << "IntlFetchNextNumLong(\"" << c.text << "\")";

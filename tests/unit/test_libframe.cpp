@@ -1,7 +1,7 @@
 // The attach step and the character environment it settles, under chosen
 // system and user languages.
 #include "core/libstate.h"
-#include "intl/intl.h"
+#include <oxlrt31/intl.h>
 #include "../support/scripted_osl.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Linked lists: links in both directions after every change, indexing at
 // the ends, and what an allocation failure leaves.
-#include "core/list.h"
+#include <oxlrt31/list.h>
 #include "../support/scripted_osl.h"
 
 #include <gtest/gtest.h>

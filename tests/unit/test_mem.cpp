@@ -1,6 +1,6 @@
 // The heap: sizes, zero fill, the null and zero cases, failures, and the
 // main region around every heap call.
-#include "core/mem.h"
+#include <oxlrt31/mem.h>
 #include "core/crsect.h"
 #include "../support/scripted_osl.h"
 

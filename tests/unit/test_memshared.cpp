@@ -2,7 +2,7 @@
 // damage, the mutex's results (scripted and real), and failures of the
 // objects underneath. Each test process uses names of its own, so suites
 // running side by side never share a block.
-#include "core/memshared.h"
+#include <oxlrt31/memshared.h>
 #include "core/memstate.h"
 #include "../support/child_process.h"
 #include "../support/scripted_osl.h"
@@ -48,7 +48,7 @@ void ForgetMutex() {
 class SharedHeap : public testing::Test {
 protected:
     void SetUp() override {
-        long created = -1;
+        LONG created = -1;
         m_view = MemSharedInit(&created, kView);
         ASSERT_NE(m_view, nullptr) << "MemSharedInit(" << kView << ")";
         ASSERT_EQ(created, 1) << "MemSharedInit's created flag for a new block";
@@ -263,7 +263,7 @@ TEST_F(SharedHeap, InitHeapChecksAnExistingHeap) {
 }
 
 TEST_F(SharedHeap, ASecondInitInTheProcessGivesTheSameView) {
-    long created = 7;
+    LONG created = 7;
     EXPECT_EQ(MemSharedInit(&created, kView), m_view);
     EXPECT_EQ(created, 0);
 }
@@ -321,7 +321,7 @@ TEST(SharedMutex, FailuresUnderneath) {
         Script script;
         int acquire;
         bool view;
-        long created;
+        LONG created;
         int openObjects; // made with security that lets every user in
     } cases[] = {
         {"nothing failing", {SharedSuffix()}, 1, true, 1, 2},
@@ -336,7 +336,7 @@ TEST(SharedMutex, FailuresUnderneath) {
         ScriptedShared shared(c.script);
         EXPECT_EQ(MemAcquireMutex(), c.acquire) << c.what;
         if (c.acquire) MemReleaseMutex();
-        long created = -7;
+        LONG created = -7;
         void* view = MemSharedInit(&created, kView);
         EXPECT_EQ(view != nullptr, c.view) << "MemSharedInit with " << c.what;
         EXPECT_EQ(created, c.created) << "created flag with " << c.what;
@@ -356,7 +356,7 @@ TEST(SharedMutex, NoMemoryForTheSecurityDescriptor) {
     ForgetMutex();
     ScriptedHeap heap(1);
     ScriptedShared shared({SharedSuffix()});
-    long created = 0;
+    LONG created = 0;
     EXPECT_NE(MemSharedInit(&created, kView), nullptr);
     EXPECT_EQ(created, 1);
     EXPECT_EQ(shared.Created(), 2) << "mutex and mapping";
@@ -381,7 +381,7 @@ TEST(SharedBlock, MappedAtTheOneAddressOfThePlatform) {
     };
     for (const auto& c : cases) {
         ScriptedSystem system(0x409, 0x409, c.platform);
-        long created = 0;
+        LONG created = 0;
         EXPECT_EQ(MemSharedInit(&created, kView), reinterpret_cast<void*>(c.at)) << "platform " << c.platform;
         EXPECT_EQ(created, 1) << "platform " << c.platform;
         MemSharedTerminate();

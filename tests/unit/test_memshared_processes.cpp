@@ -1,7 +1,7 @@
 // The shared heap across processes: children of the test (oxl_shm_child)
 // open the block this process formatted, allocate in it, die holding the
 // mutex, and hammer it side by side; this process then reads what they left.
-#include "core/memshared.h"
+#include <oxlrt31/memshared.h>
 #include "../support/child_process.h"
 #include "../support/scripted_osl.h"
 
@@ -27,7 +27,7 @@ uint32_t Word(uint32_t at) {
 class SharedHeapProcesses : public testing::Test {
 protected:
     void SetUp() override {
-        long created = 0;
+        LONG created = 0;
         m_view = static_cast<char*>(MemSharedInit(&created, kSize));
         ASSERT_NE(m_view, nullptr);
         ASSERT_EQ(created, 1);

@@ -21,10 +21,10 @@
 // terminal's encoding and go to the library in its code page, and
 // characters are shown back in the terminal's encoding, as a host on a
 // UTF-8 system must do; a Windows console hands over the code page itself.
-#include "core/diag.h"
-#include "core/memshared.h"
-#include "intl/intl.h"
-#include "number/number.h"
+#include <oxlrt31/diag.h>
+#include <oxlrt31/memshared.h>
+#include <oxlrt31/intl.h>
+#include <oxlrt31/number.h>
 
 #include <algorithm>
 #include <cctype>
@@ -357,7 +357,7 @@ int cmdShm(int, char** argv) {
         return 2;
     }
     unsigned long size = unsigned(parsed);
-    long created = 0;
+    LONG created = 0;
     void* view = MemSharedInit(&created, DWORD(size));
     if (!view) {
         std::fprintf(stderr, "MemSharedInit(%lu) gave 0: no block, or not at its address\n", size);

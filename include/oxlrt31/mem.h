@@ -6,8 +6,8 @@
  * gpCRSECTMain and skipped while that pointer is null, so these work in
  * static initialisers and finalisers too. A null result is an exhausted heap.
  */
-#ifndef OXL_CORE_MEM_H
-#define OXL_CORE_MEM_H
+#ifndef OXLRT31_MEM_H
+#define OXLRT31_MEM_H
 
 #include "oxlapi.h"
 

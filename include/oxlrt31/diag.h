@@ -2,8 +2,8 @@
  * Diagnostics for hosts: a message box that reports an internal error by
  * source file and line, and the version strings of a module.
  */
-#ifndef OXL_CORE_DIAG_H
-#define OXL_CORE_DIAG_H
+#ifndef OXLRT31_DIAG_H
+#define OXLRT31_DIAG_H
 
 #include "oxlapi.h"
 

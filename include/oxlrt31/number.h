@@ -11,10 +11,10 @@
  * Zero is 01 C0; there is no negative zero. Because of the complement and the
  * terminator, normal records sort as unsigned byte strings from byte 1 on.
  */
-#ifndef OXL_NUMBER_NUMBER_H
-#define OXL_NUMBER_NUMBER_H
+#ifndef OXLRT31_NUMBER_H
+#define OXLRT31_NUMBER_H
 
-#include "../core/oxlapi.h"
+#include "oxlapi.h"
 
 #include <stddef.h>
 

@@ -11,8 +11,8 @@
  * mapping that can't be had at its address, an exhausted or damaged heap.
  * Nothing is reported to the user.
  */
-#ifndef OXL_CORE_MEMSHARED_H
-#define OXL_CORE_MEMSHARED_H
+#ifndef OXLRT31_MEMSHARED_H
+#define OXLRT31_MEMSHARED_H
 
 #include "oxlapi.h"
 
@@ -28,7 +28,7 @@ int OXLAPI MemReleaseMutex(void);
  * address. The view's address, or 0; *created is 1 for the process that
  * created the block and 0 for later ones, and is left alone on failure. A
  * process that has the block mapped already gets its view again (created 0). */
-void* OXLAPI MemSharedInit(long* created, DWORD size);
+void* OXLAPI MemSharedInit(LONG* created, DWORD size);
 /* Formats a heap of `size` bytes at `base` (initialise non-zero), or checks
  * that the one there has that size and intact signatures. The heap must lie
  * below 4 GB, where its 32-bit words can address it. */

@@ -5,8 +5,8 @@
  * null exactly when the count is 0. Nothing here is locked beyond what the
  * heap does; a host that shares a list between threads guards it itself.
  */
-#ifndef OXL_CORE_LIST_H
-#define OXL_CORE_LIST_H
+#ifndef OXLRT31_LIST_H
+#define OXLRT31_LIST_H
 
 #include "oxlapi.h"
 

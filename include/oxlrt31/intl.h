@@ -11,10 +11,10 @@
  * byte x 256 + trail byte. Output buffers are the caller's, large enough by
  * contract: no function takes their size.
  */
-#ifndef OXL_INTL_INTL_H
-#define OXL_INTL_INTL_H
+#ifndef OXLRT31_INTL_H
+#define OXLRT31_INTL_H
 
-#include "../core/oxlapi.h"
+#include "oxlapi.h"
 
 OXL_EXTERN_C_BEGIN
 
@@ -91,7 +91,7 @@ char* OXLAPI IntlStrLower(char* s);
 int OXLAPI IntlStrProper(char* dst, char* src);
 /* Drops leading and trailing blanks and makes each inner run one space. */
 int OXLAPI IntlStrTrim(char* dst, char* src);
-long OXLAPI IntlStrTrimTrailing(char* s);
+LONG OXLAPI IntlStrTrimTrailing(char* s);
 char* OXLAPI IntlStripEndSpace(char* dst, char* src);
 void OXLAPI IntlStrStripSpace(char* s);
 int OXLAPI IntlIsStrEqual(char* a, char* b);
@@ -121,7 +121,7 @@ char* OXLAPI IntlStrSearch(char* s, char* set);
  * single-byte path, characters on the double-byte path), or -1. */
 int OXLAPI IntlStrScan(char* s, char* pattern);
 /* A signed 32-bit integer behind white space: bytes consumed, or 0. */
-int OXLAPI IntlFetchNextNumLong(long* out, char* text);
+int OXLAPI IntlFetchNextNumLong(LONG* out, char* text);
 /* A decimal number with fraction and exponent: bytes consumed, 0 for none,
  * -1 for one over 99 bytes or one that underflows. */
 int OXLAPI IntlFetchNextNumDouble(double* out, char* text);

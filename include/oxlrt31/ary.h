@@ -9,8 +9,8 @@
  * elements are zero. Nothing here is locked; a host that shares an array
  * between threads guards it itself.
  */
-#ifndef OXL_CORE_ARY_H
-#define OXL_CORE_ARY_H
+#ifndef OXLRT31_ARY_H
+#define OXLRT31_ARY_H
 
 #include "oxlapi.h"
 

@@ -9,10 +9,10 @@
  * host that links the DLL; the library itself builds with OXLRT31_BUILD, and a
  * program that links the library's objects directly defines OXLRT31_STATIC.
  */
-#ifndef OXL_CORE_OXLAPI_H
-#define OXL_CORE_OXLAPI_H
+#ifndef OXLRT31_OXLAPI_H
+#define OXLRT31_OXLAPI_H
 
-#include "../os/wintypes.h"
+#include "wintypes.h"
 
 #ifdef _WIN32
 #define OXLAPI WINAPI
@@ -39,8 +39,12 @@
 /* Layout checks that hold in C and C++ alike. */
 #ifdef __cplusplus
 #define OXL_STATIC_ASSERT(cond, msg) static_assert(cond, msg)
-#else
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
 #define OXL_STATIC_ASSERT(cond, msg) _Static_assert(cond, msg)
+#else /* C99: an array whose size is negative when the condition fails */
+#define OXL_ASSERT_NAME2(line) oxl_static_assert_##line
+#define OXL_ASSERT_NAME(line) OXL_ASSERT_NAME2(line)
+#define OXL_STATIC_ASSERT(cond, msg) typedef char OXL_ASSERT_NAME(__COUNTER__)[(cond) ? 1 : -1]
 #endif
 
 #endif

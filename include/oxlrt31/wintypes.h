@@ -5,8 +5,8 @@
  * the portable engine needs, with the same widths, so that a record has one
  * layout on every system; a CRITICAL_SECTION there is a recursive mutex.
  */
-#ifndef OXL_OS_WINTYPES_H
-#define OXL_OS_WINTYPES_H
+#ifndef OXLRT31_WINTYPES_H
+#define OXLRT31_WINTYPES_H
 
 #ifdef _WIN32
 #ifndef WIN32_LEAN_AND_MEAN
@@ -46,10 +46,17 @@ typedef int64_t LONGLONG;
 typedef uint64_t ULONGLONG;
 
 /* The OLE currency and decimal records, laid out as on Windows (checked in
- * number/number.h). Anonymous members as in the Windows headers. */
+ * <oxlrt31/number.h>). Anonymous members as in the Windows headers, marked
+ * as an extension (as the Windows headers of GCC do) so that C99 and C++
+ * hosts compiling with -pedantic see no warning. */
+#ifdef __GNUC__
+#define OXL_NAMELESS __extension__
+#else
+#define OXL_NAMELESS
+#endif
 #pragma pack(push, 1)
 typedef union tagCY {
-    struct {
+    OXL_NAMELESS struct {
         DWORD Lo;
         LONG Hi;
     };
@@ -58,16 +65,16 @@ typedef union tagCY {
 
 typedef struct tagDEC {
     WORD wReserved;
-    union {
-        struct {
+    OXL_NAMELESS union {
+        OXL_NAMELESS struct {
             BYTE scale; /* decimal places, 0 to 28 */
             BYTE sign;  /* 0x80 negative */
         };
         WORD signscale;
     };
     DWORD Hi32;
-    union {
-        struct {
+    OXL_NAMELESS union {
+        OXL_NAMELESS struct {
             DWORD Lo32;
             DWORD Mid32;
         };
