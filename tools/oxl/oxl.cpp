@@ -80,12 +80,11 @@ void showSmall(int v) {
 }
 
 int cmdSmall(int argc, char** argv) {
+    std::vector<int> values(argc);
+    for (int i = 0; i < argc; ++i)
+        if (!parseInt(argv[i], &values[i])) return 2;
     std::printf(" value  record (length byte first, hex)\n");
-    for (int i = 0; i < argc; ++i) {
-        int v;
-        if (!parseInt(argv[i], &v)) return 2;
-        showSmall(v);
-    }
+    for (int v : values) showSmall(v);
     return 0;
 }
 
