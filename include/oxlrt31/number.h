@@ -10,6 +10,11 @@
  * A negative value stores 100 - d for each digit and ends in the byte 0x65.
  * Zero is 01 C0; there is no negative zero. Because of the complement and the
  * terminator, normal records sort as unsigned byte strings from byte 1 on.
+ *
+ * Magnitudes reach from 1E-122 (02 84 01) to just under 1E+120 (exponent
+ * byte FC). "Null" is the record of length 0: every function here takes a
+ * pointer to a record and dereferences it unchecked, so a NULL pointer is
+ * not a null record and crashes.
  */
 #ifndef OXLRT31_NUMBER_H
 #define OXLRT31_NUMBER_H
@@ -55,8 +60,11 @@ void OXLAPI NumNullDouble(double* d);
  * Arithmetic. `out` may be an operand and needs room for 25 bytes; the
  * result is its length byte. Null operands act as zero and no result is
  * null. Results are rounded half up on the magnitude to 23 digits (22 when
- * negative) and their exponent clamped to the format's range; x / 0 gives
- * 10^118 with the sign of x, and 0 / 0 gives 0.
+ * negative) and their exponent clamped to the format's range with no
+ * signal: the digits stay and the exponent is held at its largest or
+ * smallest, so 1E100 x 1E100 gives 02 FC 01 (1E+118) and 1E-100 x 1E-100
+ * gives 02 84 01 (1E-122). x / 0 gives 02 FC 01, 1E+118, with the sign of
+ * x, and 0 / 0 gives 0.
  */
 int OXLAPI NumAddition(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
 int OXLAPI NumSubtract(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
@@ -99,7 +107,8 @@ void OXLAPI NumLLongToNumber(tagNUMBER* out, CY* in);
 void OXLAPI NumToLLong(CY* out, tagNUMBER* in, LONG* reply);
 void OXLAPI NumDECIMALToNumber(tagNUMBER* out, DECIMAL* in);
 /* At most 28 decimal places, cut; `out` is left alone when the value can't
- * be placed at all (reply 1). */
+ * be placed at all (reply 1). A value of 2^96 or more whose digits fit the
+ * 29 places is stored modulo 2^96 with reply 0: 2^96 itself gives 0. */
 void OXLAPI NumToDECIMAL(DECIMAL* out, tagNUMBER* in, LONG* reply);
 
 /*
@@ -113,13 +122,19 @@ void OXLAPI NumToDECIMAL(DECIMAL* out, tagNUMBER* in, LONG* reply);
  */
 int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text);
 /* A hexadecimal integer (optional sign and 0x); never fails, text without
- * digits gives zero. The count of characters consumed. */
+ * digits gives zero. The count of characters consumed. It never says "too
+ * large": a text beyond the format's range gives a record clamped as
+ * arithmetic clamps, whose digits are not the text's. */
 int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, char* text);
 /* At most `width` characters (sign included) and a NUL; the buffer needs
  * width + 1 bytes (3 more below a width of 6, where a small fraction can
  * show as the zeros behind its point alone). Fixed or scientific form, whichever shows the value in the
  * width; the text's length, or 0 when not even one digit fits (6 places
- * always fit a value, 7 a negative one). Null gives "" and 0. */
+ * always fit a value, 7 a negative one). Null gives "" and 0. When it
+ * refuses a record that isn't null (result 0) the buffer gets no NUL:
+ * don't read it. The scientific form's exponent stops at E+99 and E-99: a record
+ * beyond them (up to 1E+120, down to 1E-122) is written as if it were
+ * 9.99...E+99 or 9.99...E-99, and that text reads back as another record. */
 int OXLAPI NumToAscii(tagNUMBER* n, char* buffer, WORD width);
 /* NumWordToNumber with its arguments the other way round; returns out. */
 tagNUMBER* OXLAPI NumGet(WORD value, tagNUMBER* out);
