@@ -5,7 +5,7 @@
 //
 // The operands are read once, outside the timed loops; a loop copies nothing
 // but the call's own inputs. "third" is the record NumDivide gives for 1/3.
-#include "bench/operands.h"
+#include "operands.h"
 #include <oxlrt31/number.h>
 
 #include <benchmark/benchmark.h>

@@ -9,7 +9,7 @@
 // a few instructions of its own; `empty` measures exactly that, and
 // scripts/bench subtracts it. Engines: oxl (our records), boost
 // (cpp_dec_float_50). `list` names the operations.
-#include "bench/operands.h"
+#include "operands.h"
 #include <oxlrt31/number.h>
 
 #include <boost/multiprecision/cpp_dec_float.hpp>

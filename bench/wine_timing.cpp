@@ -7,7 +7,7 @@
 // QueryPerformanceCounter; the two sides of a pair run alternately. A DECIMAL
 // keeps 28 or 29 digits in 96 bits, so the long operands here are 28 digits
 // (1.2345...678 and 9.8765...432) on both sides, not 46.
-#include "bench/operands.h"
+#include "operands.h"
 #include <oxlrt31/number.h>
 
 #include <oleauto.h>
