@@ -64,7 +64,7 @@ tagNUMBER* OXLAPI NumGet(WORD value, tagNUMBER* out) {
     return out;
 }
 
-int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, char* text) {
+int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, const char* text) {
     NumCreateSmall(out, 0);
     if (!text) return 0;
     const char* p = text;

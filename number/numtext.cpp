@@ -54,7 +54,7 @@ void pairsOf8(const char* chars, BYTE* digits) {
 
 } // namespace
 
-int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text) {
+int OXLAPI NumAsciiToNumber(tagNUMBER* out, const char* text) {
     setNull(out);
     if (!text) return 0;
     const char* p = skipSpace(text);
@@ -62,7 +62,7 @@ int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text) {
     bool negative = false;
     if (*p == '+' || *p == '-') negative = *p++ == '-';
     if (p[0] == '0' && (p[1] == 'x' || p[1] == 'X')) {
-        char* from = const_cast<char*>(negative ? signAt : p);
+        const char* from = negative ? signAt : p;
         return int(from - text) + NumHexAsciiToNumber(out, from);
     }
 

@@ -120,12 +120,12 @@ void OXLAPI NumToDECIMAL(DECIMAL* out, tagNUMBER* in, LONG* reply);
  * too small; `out` is null unless a number was read. At most 47 significant
  * digits are read, unrounded, before the record's own rounding.
  */
-int OXLAPI NumAsciiToNumber(tagNUMBER* out, char* text);
+int OXLAPI NumAsciiToNumber(tagNUMBER* out, const char* text);
 /* A hexadecimal integer (optional sign and 0x); never fails, text without
  * digits gives zero. The count of characters consumed. It never says "too
  * large": a text beyond the format's range gives a record clamped as
  * arithmetic clamps, whose digits are not the text's. */
-int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, char* text);
+int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, const char* text);
 /* At most `width` characters (sign included) and a NUL; the buffer needs
  * width + 1 bytes (3 more below a width of 6, where a small fraction can
  * show as the zeros behind its point alone). Fixed or scientific form, whichever shows the value in the

@@ -98,7 +98,7 @@ std::string text(tagNUMBER& n) {
 
 // Reads a number where *p points and moves past it.
 bool readNumber(const char** p, tagNUMBER* n, const char* what) {
-    int r = NumAsciiToNumber(n, const_cast<char*>(*p));
+    int r = NumAsciiToNumber(n, *p);
     if (r <= 0) {
         std::fprintf(stderr, "oxl: %s: %s\n", what,
                      r == 0 ? "no number" : r == -1 ? "too large for a NUMBER" : "too small for a NUMBER");
