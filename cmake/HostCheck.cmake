@@ -38,7 +38,7 @@ function(with_find_package prefix tag)
     set(toolchain -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
   endif()
   step(${CMAKE_COMMAND} -S ${SRC}/examples/host -B ${work}/${tag} -G Ninja -DCMAKE_BUILD_TYPE=Release
-       -DCMAKE_PREFIX_PATH=${prefix} ${toolchain})
+       -DCMAKE_PREFIX_PATH=${prefix} -DOXL_CHECK_HEADERS=ON ${toolchain})
   step(${CMAKE_COMMAND} --build ${work}/${tag})
   file(GLOB program ${work}/${tag}/host ${work}/${tag}/host.exe)
   run(${program} ${prefix})
