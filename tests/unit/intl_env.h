@@ -23,6 +23,7 @@ constexpr Language kChinese = {"Chinese", 0x0804, 936};
 constexpr Language kKorean = {"Korean", 0x0412, 949};
 constexpr Language kTaiwanese = {"Chinese (Taiwan)", 0x0404, 950};
 constexpr Language kDoubleByte[] = {kJapanese, kChinese, kKorean, kTaiwanese};
+constexpr Language kAllLanguages[] = {kEnglish, kJapanese, kChinese, kKorean, kTaiwanese};
 
 class IntlUnder {
 public:
