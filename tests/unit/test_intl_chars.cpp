@@ -2,97 +2,88 @@
 // character function agrees on where a double-byte character begins.
 #include "intl_table.h"
 
+#include <cctype>
+
 namespace {
 
 #define S INTL_S
 #define K "\x88\x9F"
 
-// IntlIsNthByteDB and IntlIsNthCharDB for n from -1 to two past the last byte, as digits.
-long ByteKinds(char* dst, char* s) {
-    for (int n = -1; n <= int(std::strlen(s)) + 1; ++n) *dst++ = char('0' + IntlIsNthByteDB(s, n));
-    return *dst = 0;
-}
-long CharKinds(char* dst, char* s) {
-    for (int n = -1; n <= int(std::strlen(s)) + 1; ++n) *dst++ = char('0' + IntlIsNthCharDB(s, n));
+// IntlIsNthByteDB, then IntlIsNthCharDB, for n from -1 to two past the last byte, as digits.
+long Kinds(char* dst, char* s) {
+    for (int byChar = 0; byChar < 2; ++byChar)
+        for (int n = -1; n <= int(std::strlen(s)) + 1; ++n) *dst++ = char('0' + (byChar ? IntlIsNthCharDB(s, n) : IntlIsNthByteDB(s, n)));
     return *dst = 0;
 }
 
+// System language and user locale: the double-byte path, right-to-left, the blank.
 TEST(IntlChars, EnvironmentFollowsTheSystemAndUserLanguages) {
-    const struct { LANGID system; LCID user; int dbcs, bidi; WORD blank; } rows[] = {
-        {0x0409, 0x0409, 0, 0, 0},      {0x0411, 0x0411, 1, 0, 0x8140}, {0x0804, 0x0804, 1, 0, 0xA140},
-        {0x0404, 0x0404, 1, 0, 0xA140}, {0x0412, 0x0412, 1, 0, 0xA1A1}, {0x0C04, 0x0409, 1, 0, 0xA140},
-        {0x0401, 0x0409, 0, 1, 0},      {0x040D, 0x0409, 0, 1, 0},      {0x0429, 0x0409, 0, 1, 0},
-        {0x0409, 0x0C01, 0, 1, 0},      {0x0407, 0x1040D, 0, 1, 0},     {0x0409, 0x0429, 0, 1, 0},
-        {0x0411, 0x0401, 1, 0, 0x8140}, // a double-byte system is never right-to-left
-        {0x0409, 0x0411, 0, 0, 0},      // the user's language does not turn the double-byte path on
-        {0x0402, 0x0413, 0, 0, 0},      // the neighbours of Arabic and Korean
+    const struct { LANGID system; LCID user; const char* want; } rows[] = {
+        {0x0409, 0x0409, "0 0 0"}, {0x0411, 0x0411, "1 0 8140"}, {0x0804, 0x0804, "1 0 a140"}, {0x0404, 0x0404, "1 0 a140"},
+        {0x0412, 0x0412, "1 0 a1a1"}, {0x0C04, 0x0409, "1 0 a140"}, {0x0401, 0x0409, "0 1 0"}, {0x040D, 0x0409, "0 1 0"},
+        {0x0429, 0x0409, "0 1 0"}, {0x0409, 0x0C01, "0 1 0"}, {0x0407, 0x1040D, "0 1 0"}, {0x0409, 0x0429, "0 1 0"},
+        // A double-byte system is never right-to-left, a double-byte user changes nothing; the neighbours of Arabic and Korean.
+        {0x0411, 0x0401, "1 0 8140"}, {0x0409, 0x0411, "0 0 0"}, {0x0402, 0x0413, "0 0 0"},
     };
     for (const auto& r : rows) {
+        std::ostringstream got;
         {
             ScriptedSystem system(r.system, r.user);
             IntlInit();
-            std::string under = "system " + std::to_string(r.system) + ", user " + std::to_string(r.user);
-            EXPECT_EQ(IntlDBCSEnabled(), r.dbcs) << "IntlDBCSEnabled() under " << under;
-            EXPECT_EQ(IntlIsBiDiEnabled(), r.bidi) << "IntlIsBiDiEnabled() under " << under;
-            EXPECT_EQ(IntlDBCSBlank(), r.blank) << "IntlDBCSBlank() under " << under;
+            got << IntlDBCSEnabled() << " " << IntlIsBiDiEnabled() << " " << std::hex << IntlDBCSBlank();
         }
         IntlInit();
+        EXPECT_EQ(got.str(), r.want) << std::hex << "IntlInit under system 0x" << r.system << ", user 0x" << r.user;
     }
 }
 
 TEST(IntlChars, CharactersOfSAndOfATrailingLeadByte) {
     const Call doubleByte[] = {
-        {CALL(ByteKinds(dst, s)), S, 0, "0012012000"}, {CALL(CharKinds(dst, s)), S, 0, "0010100000"},
-        {CALL(IntlIsDBChar(s)), S, 0}, {CALL(IntlIsDBChar(s + 1)), S, 1}, {CALL(IntlBytesInNextChar(s + 1)), S, 2},
-        {CALL(IntlBytesInNextChar(s + 3)), S, 1}, {CALL(IntlBytesInNextChar(s + 7)), S, 0},
+        {TO(Kinds), S, 0, "00120120000010100000"}, {OF(IntlIsDBChar), S, 0}, {CALL(IntlIsDBChar(s + 1)), S, 1},
+        {CALL(IntlBytesInNextChar(s + 1)), S, 2}, {CALL(IntlBytesInNextChar(s + 3)), S, 1}, {CALL(IntlBytesInNextChar(s + 7)), S, 0},
         {CALL(At(IntlNextDBCInStr(s), s)), S, 1}, {CALL(At(IntlNextDBCInStr(s + 3), s)), S, 4},
         {CALL(At(IntlNextDBCInStr(s + 6), s)), S, -1}, {CALL(At(IntlStrNthChar(s, 3), s)), S, 4},
         {CALL(At(IntlStrNthChar(s, 5), s)), S, 7}, {CALL(At(IntlStrNthChar(s, 6), s)), S, -1},
-        {CALL(At(IntlStrNthChar(s, -1), s)), S, -1}, {CALL(IntlStrFirstChar(s + 1)), S, short(0x889F)},
-        {CALL(IntlStrLastChar(s)), S, 'c'}, {CALL(IntlStrLastChar(s)), "a" K, short(0x889F)},
-        {CALL(IntlDBCSChar(s + 4)), S, 0x889F}, {CALL(IntlDBCSChar(s + 3)), S, 'b'},
+        {CALL(At(IntlStrNthChar(s, -1), s)), S, -1}, {CALL(IntlStrFirstChar(s + 1)), S, short(0x889F)}, {OF(IntlStrLastChar), S, 'c'},
+        {OF(IntlStrLastChar), "a" K, short(0x889F)}, {CALL(IntlDBCSChar(s + 4)), S, 0x889F}, {CALL(IntlDBCSChar(s + 3)), S, 'b'},
         // A lead byte just before the terminator is a single byte, widened signed where the value is signed.
-        {CALL(ByteKinds(dst, s)), "a\x88", 0, "00000"}, {CALL(CharKinds(dst, s)), "a\x88", 0, "00000"},
-        {CALL(IntlIsDBChar(s + 1)), "a\x88", 0}, {CALL(IntlBytesInNextChar(s + 1)), "a\x88", 1},
-        {CALL(IntlStrLastChar(s)), "a\x88", -0x78}, {CALL(IntlStrFirstChar(s + 1)), "a\x88", -0x78},
-        {CALL(IntlDBCSChar(s + 1)), "a\x88", 0x88}, {CALL(At(IntlNextDBCInStr(s), s)), "a\x88", -1},
-        {CALL(At(IntlStrNthChar(s, 2), s)), "a\x88", 2}, {CALL(At(IntlStrNthChar(s, 3), s)), "a\x88", -1},
+        {TO(Kinds), "a\x88", 0, "0000000000"}, {CALL(IntlIsDBChar(s + 1)), "a\x88", 0},
+        {CALL(IntlBytesInNextChar(s + 1)), "a\x88", 1}, {OF(IntlStrLastChar), "a\x88", -0x78},
+        {CALL(IntlStrFirstChar(s + 1)), "a\x88", -0x78}, {CALL(IntlDBCSChar(s + 1)), "a\x88", 0x88},
+        {CALL(At(IntlNextDBCInStr(s), s)), "a\x88", -1}, {CALL(At(IntlStrNthChar(s, 2), s)), "a\x88", 2},
+        {CALL(At(IntlStrNthChar(s, 3), s)), "a\x88", -1},
     };
     ExpectCalls(kDoubleByte, doubleByte);
     const Call singleByte[] = {
-        {CALL(ByteKinds(dst, s)), S, 0, "0000000000"}, {CALL(CharKinds(dst, s)), S, 0, "0000000000"},
-        {CALL(IntlIsDBChar(s + 1)), S, 0}, {CALL(IntlBytesInNextChar(s + 1)), S, 1}, {CALL(IntlDBCSChar(s + 1)), S, 0x88},
-        {CALL(At(IntlStrNthChar(s, 7), s)), S, 7}, {CALL(At(IntlStrNthChar(s, 8), s)), S, -1},
+        {TO(Kinds), S, 0, "00000000000000000000"}, {CALL(IntlIsDBChar(s + 1)), S, 0}, {CALL(IntlBytesInNextChar(s + 1)), S, 1},
+        {CALL(IntlDBCSChar(s + 1)), S, 0x88}, {CALL(At(IntlStrNthChar(s, 7), s)), S, 7}, {CALL(At(IntlStrNthChar(s, 8), s)), S, -1},
         {CALL(At(IntlNextDBCInStr(s), s)), S, -1}, {CALL(IntlStrFirstChar(s + 1)), S, -0x78},
     };
     ExpectCalls({kEnglish}, singleByte);
     const Call nulls[] = {
         {CALL(IntlIsDBChar(nullptr)), "", 0}, {CALL(IntlBytesInNextChar(nullptr)), "", 0}, {CALL(IntlDBCSChar(nullptr)), "", 0},
-        {CALL(IntlIsNthByteDB(nullptr, 0)), "", 0}, {CALL(IntlIsNthCharDB(nullptr, 0)), "", 0},
+        {CALL(IntlIsNthByteDB(nullptr, 0) + IntlIsNthCharDB(nullptr, 0) + IntlStrIsNextChSpace(nullptr)), "", 0},
         {CALL(At(IntlStrNthChar(nullptr, 0), s)), "", -1}, {CALL(At(IntlNextDBCInStr(nullptr), s)), "", -1},
-        {CALL(IntlStrLastChar(nullptr)), "", 0}, {CALL(IntlStrFirstChar(s)), "", 0}, {CALL(IntlStrLastChar(s)), "", 0},
-        {CALL(IntlStrIsNextChSpace(nullptr)), "", 0}, {CALL(At(IntlStripStartSpace(nullptr), s)), "", -1},
-        {CALL(At(IntlStripStartBlank(nullptr), s)), "", -1},
+        {CALL(IntlStrLastChar(nullptr)), "", 0}, {CALL(IntlStrFirstChar(s) + IntlStrLastChar(s)), "", 0},
+        {CALL(At(IntlStripStartSpace(nullptr), s)), "", -1}, {CALL(At(IntlStripStartBlank(nullptr), s)), "", -1},
     };
     ExpectCalls(kAllLanguages, nulls);
 }
 
 TEST(IntlChars, HexDigitsAreTestedOnTheWholeValue) {
-    for (char c : {'0', '9', 'A', 'F', 'a', 'f'}) EXPECT_EQ(IntlCharIsHexDigit(WORD(c)), 1) << "IntlCharIsHexDigit('" << char(c) << "')";
-    for (int c : std::initializer_list<int>{'/', ':', '@', 'G', '`', 'g', 0x4130, 0x8246, 0x0130})
-        EXPECT_EQ(IntlCharIsHexDigit(WORD(c)), 0) << std::hex << "IntlCharIsHexDigit(0x" << c << ")";
+    for (int c : std::initializer_list<int>{'0', '9', 'A', 'F', 'a', 'f', '/', ':', '@', 'G', '`', 'g', 0x4130, 0x8246, 0x0130})
+        EXPECT_EQ(IntlCharIsHexDigit(WORD(c)), c < 'g' && std::isxdigit(c)) << std::hex << "IntlCharIsHexDigit(0x" << c << ")";
 }
 
-// 9 to 13 and 32 are white space, and on the double-byte path the blank of
-// the language; IntlStripStartBlank skips only 32 and that blank. Rows: is the
-// first character space, and where each strip ends.
+// 9 to 13 and 32 are white space, and on the double-byte path the blank of the language; IntlStripStartBlank
+// skips only 32 and that blank. Rows: is the first character space, and where each strip ends.
 TEST(IntlChars, WhiteSpaceAndTheDoubleByteBlank) {
     const struct { Language lang; const char* text; int space, stripSpace, stripBlank; } rows[] = {
-        {kJapanese, " \t\x81\x40x", 1, 4, 1},   {kJapanese, "\x81\x40\tx", 1, 3, 2},  {kJapanese, "\x81\x40\x81", 1, 2, 2},
-        {kJapanese, "\xA1\x40", 0, 0, 0},       {kJapanese, "\x08 ", 0, 0, 0},        {kJapanese, "\r\n\x0E", 1, 2, 0},
-        {kJapanese, " " K, 1, 1, 1},            {kChinese, "\xA1\x40\x81\x40", 1, 2, 2}, {kTaiwanese, "\xA1\x40 x", 1, 3, 3},
-        {kKorean, "\xA1\xA1 \xA1\xA2", 1, 3, 3}, {kKorean, "\xA1\x40", 0, 0, 0},     {kEnglish, "\x0B\x81\x40", 1, 1, 0},
-        {kEnglish, " \x0C" "a", 1, 2, 1},       {kEnglish, "\t\x0D", 1, 2, 0},        {kEnglish, "", 0, 0, 0},
+        {kJapanese, " \t\x81\x40x", 1, 4, 1}, {kJapanese, "\x81\x40\tx", 1, 3, 2}, {kJapanese, "\x81\x40\x81", 1, 2, 2},
+        {kJapanese, "\xA1\x40", 0, 0, 0}, {kJapanese, "\x08 ", 0, 0, 0}, {kJapanese, "\r\n\x0E", 1, 2, 0},
+        {kJapanese, " " K, 1, 1, 1}, {kChinese, "\xA1\x40\x81\x40", 1, 2, 2}, {kTaiwanese, "\xA1\x40 x", 1, 3, 3},
+        {kKorean, "\xA1\xA1 \xA1\xA2", 1, 3, 3}, {kKorean, "\xA1\x40", 0, 0, 0}, {kEnglish, "\x0B\x81\x40", 1, 1, 0},
+        {kEnglish, " \x0C" "a", 1, 2, 1}, {kEnglish, "\t\x0D", 1, 2, 0}, {kEnglish, "", 0, 0, 0},
     };
     for (const auto& r : rows) {
         IntlUnder env(r.lang);

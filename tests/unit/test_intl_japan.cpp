@@ -27,7 +27,6 @@ const struct { const char* half; WORD full; } kMarked[] = {
     {"\xC4\xDE", 0x8368}, {"\xCA\xDE", 0x836F}, {"\xCB\xDE", 0x8372}, {"\xCC\xDE", 0x8375}, {"\xCD\xDE", 0x8378},
     {"\xCE\xDE", 0x837B}, {"\xCA\xDF", 0x8370}, {"\xCB\xDF", 0x8373}, {"\xCC\xDF", 0x8376}, {"\xCD\xDF", 0x8379},
     {"\xCE\xDF", 0x837C}};
-
 TEST(IntlJapan, EachHalfWidthCharacterAndItsFullWidthCode) {
     std::vector<std::pair<std::string, WORD>> rows;
     for (int i = 0; i < 26; ++i) rows.push_back({std::string(1, char('A' + i)), WORD(0x8260 + i)});
@@ -47,32 +46,30 @@ TEST(IntlJapan, EachHalfWidthCharacterAndItsFullWidthCode) {
         EXPECT_EQ(Hex(dst), Hex(half)) << "IntlStrJapanHalf(" << Hex(full) << ")";
     }
 }
-
 TEST(IntlJapan, ConversionsCountCharactersOfTheirResult) {
     const Call japanese[] = {
-        {CALL(IntlStrJapanFull(dst, s)), "\xB1\xB6\xDE\xCA\xDF\xB3\xDE\xDC", 5, "\x83\x41\x83\x4B\x83\x70\x83\x94\x83\x8F"},
-        {CALL(IntlStrJapanFull(dst, s)), "\xCA\xDE\xCA\xDF\xCB", 3, "\x83\x6F\x83\x70\x83\x71"},
+    {TO(IntlStrJapanFull), "\xB1\xB6\xDE\xCA\xDF\xB3\xDE\xDC", 5, "\x83\x41\x83\x4B\x83\x70\x83\x94\x83\x8F"},
+    {TO(IntlStrJapanFull), "\xCA\xDE\xCA\xDF\xCB", 3, "\x83\x6F\x83\x70\x83\x71"},
         // Pairs with no form of their own: the mark converts alone.
-        {CALL(IntlStrJapanFull(dst, s)), "\xB1\xDF\xA6\xDE\xDC\xDE", 6, "\x83\x41\x81\x4B\x83\x92\x81\x4A\x83\x8F\x81\x4A"},
+    {TO(IntlStrJapanFull), "\xB1\xDF\xA6\xDE\xDC\xDE", 6, "\x83\x41\x81\x4B\x83\x92\x81\x4A\x83\x8F\x81\x4A"},
         // Bytes no table covers are copied: controls, 7F, a lone 80, lead bytes at the end.
-        {CALL(IntlStrJapanFull(dst, s)), "\x1F\x7F\x80", 3, "\x1F\x7F\x80"}, {CALL(IntlStrJapanFull(dst, s)), "a\x9F", 2, "\x82\x81\x9F"},
-        {CALL(IntlStrJapanFull(dst, s)), "\xE0", 1, "\xE0"}, {CALL(IntlStrJapanFull(dst, s)), "\x88\x9F" "a", 2, "\x88\x9F\x82\x81"},
-        {CALL(IntlStrJapanFull(dst, s)), "", 0, ""},
+    {TO(IntlStrJapanFull), "\x1F\x7F\x80", 3, "\x1F\x7F\x80"}, {TO(IntlStrJapanFull), "a\x9F", 2, "\x82\x81\x9F"},
+    {TO(IntlStrJapanFull), "\xE0", 1, "\xE0"}, {TO(IntlStrJapanFull), "\x88\x9F" "a", 2, "\x88\x9F\x82\x81"},
         // A0 has the code 0: two zero bytes end the text as a reader sees it.
-        {CALL((IntlStrJapanFull(dst, s), Written(dst))), "a\xA0" "b", 7, "\x82\x81"}, {CALL(IntlStrJapanFull(dst, s)), "a\xA0" "b", 1},
-        {CALL(IntlStrJapanHalf(dst, s)), "\x83\x4B\x83\x41", 3, "\xB6\xDE\xB1"},
+    {CALL((IntlStrJapanFull(dst, s), Written(dst))), "a\xA0" "b", 7, "\x82\x81"}, {TO(IntlStrJapanFull), "a\xA0" "b", 1},
+    {TO(IntlStrJapanHalf), "\x83\x4B\x83\x41", 3, "\xB6\xDE\xB1"},
         // Small wa, ka and ke have a half-width form without being one.
-        {CALL(IntlStrJapanHalf(dst, s)), "\x83\x8E\x83\x95\x83\x96", 3, "\xDC\xB6\xB9"},
+    {TO(IntlStrJapanHalf), "\x83\x8E\x83\x95\x83\x96", 3, "\xDC\xB6\xB9"},
         // Codes outside 8140-8396 or not in the table, and single bytes, are copied.
-        {CALL(IntlStrJapanHalf(dst, s)), "\x83\x97\x81\x3F", 2, "\x83\x97\x81\x3F"},
-        {CALL(IntlStrJapanHalf(dst, s)), "\x81\x50\x88\x9F", 2, "\x81\x50\x88\x9F"},
-        {CALL(IntlStrJapanHalf(dst, s)), "a\x82\x60\x82", 3, "aA\x82"}, {CALL(IntlStrJapanHalf(dst, s)), "", 0, ""},
-        {CALL(IntlStrJapanFull(nullptr, s)), "a", -1}, {CALL(IntlStrJapanHalf(dst, nullptr)), "", -1, kUntouched},
+    {TO(IntlStrJapanHalf), "\x83\x97\x81\x3F", 2, "\x83\x97\x81\x3F"},
+    {TO(IntlStrJapanHalf), "\x81\x50\x88\x9F", 2, "\x81\x50\x88\x9F"}, {TO(IntlStrJapanHalf), "a\x82\x60\x82", 3, "aA\x82"},
+    {TO(IntlStrJapanFull), "", 0, ""}, {CALL(IntlStrJapanFull(nullptr, s)), "a", -1},
+    {CALL(IntlStrJapanHalf(dst, nullptr)), "", -1, kUntouched},
     };
     ExpectCalls({kJapanese}, japanese);
     // The single-byte path copies, and counts bytes.
     const Call english[] = {
-        {CALL(IntlStrJapanFull(dst, s)), "a\xB6\xDE", 3, "a\xB6\xDE"}, {CALL(IntlStrJapanHalf(dst, s)), "\x82\x60", 2, "\x82\x60"},
+        {TO(IntlStrJapanFull), "a\xB6\xDE", 3, "a\xB6\xDE"}, {TO(IntlStrJapanHalf), "\x82\x60", 2, "\x82\x60"},
         {CALL(IntlStrJapanFull(dst, nullptr)), "", -1, kUntouched},
     };
     ExpectCalls({kEnglish}, english);
@@ -80,10 +77,9 @@ TEST(IntlJapan, ConversionsCountCharactersOfTheirResult) {
 
 TEST(IntlJapan, KanjiAndKatakanaBytes) {
     const struct { Language lang; BYTE c; int kanji, katakana; } rows[] = {
-        {kJapanese, 0x80, 0, 0}, {kJapanese, 0x81, 1, 0}, {kJapanese, 0x9F, 1, 0}, {kJapanese, 0xA0, 0, 1},
-        {kJapanese, 0xDF, 0, 1}, {kJapanese, 0xE0, 1, 0}, {kJapanese, 0xFC, 1, 0}, {kJapanese, 0xFD, 0, 0},
-        {kChinese, 0xA0, 1, 0},  {kChinese, 0xFE, 1, 0},  {kChinese, 0x80, 0, 0},  {kKorean, 0x81, 1, 0},
-        {kTaiwanese, 0xFF, 0, 0}, {kEnglish, 0x88, 0, 0}, {kEnglish, 0xA0, 0, 0},
+        {kJapanese, 0x80, 0, 0}, {kJapanese, 0x81, 1, 0}, {kJapanese, 0x9F, 1, 0}, {kJapanese, 0xA0, 0, 1}, {kJapanese, 0xDF, 0, 1},
+        {kJapanese, 0xE0, 1, 0}, {kJapanese, 0xFC, 1, 0}, {kJapanese, 0xFD, 0, 0}, {kChinese, 0xA0, 1, 0}, {kChinese, 0xFE, 1, 0},
+        {kChinese, 0x80, 0, 0}, {kKorean, 0x81, 1, 0}, {kTaiwanese, 0xFF, 0, 0}, {kEnglish, 0x88, 0, 0}, {kEnglish, 0xA0, 0, 0},
     };
     for (const auto& r : rows) {
         IntlUnder env(r.lang);
