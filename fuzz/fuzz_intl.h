@@ -18,16 +18,15 @@ inline const Language kFuzzLanguages[] = {
 // The first n texts of data separated by zero bytes; those missing are empty.
 inline std::vector<std::string> FuzzTexts(const unsigned char* data, size_t size, int n) {
     std::vector<std::string> texts;
-    for (const char *p = reinterpret_cast<const char*>(data), *end = p + size; int(texts.size()) < n; p = std::min(p + texts.back().size() + 1, end))
-        texts.emplace_back(p, strnlen(p, size_t(end - p)));
+    const char *p = reinterpret_cast<const char*>(data), *end = p + size;
+    for (; int(texts.size()) < n; p = std::min(p + texts.back().size() + 1, end)) texts.emplace_back(p, strnlen(p, size_t(end - p)));
     return texts;
 }
 
 // A buffer of exactly n bytes (at least 1), starting with s and its terminator as far as they fit; the rest is 0xEE.
 inline char* FuzzDup(const std::string& s, size_t n = 0) {
-    n = n ? n : s.size() + 1;
-    char* p = static_cast<char*>(std::memset(std::malloc(n), 0xEE, n));
-    return static_cast<char*>(std::memcpy(p, s.c_str(), std::min(n, s.size() + 1)));
+    void* p = std::memset(std::malloc(n ? n : s.size() + 1), 0xEE, n ? n : s.size() + 1);
+    return static_cast<char*>(std::memcpy(p, s.c_str(), n ? std::min(n, s.size() + 1) : s.size() + 1));
 }
 
 #endif

@@ -19,11 +19,10 @@ constexpr Language kChinese = {"Chinese", 0x0804, 936};
 constexpr Language kKorean = {"Korean", 0x0412, 949};
 constexpr Language kTaiwanese = {"Chinese (Taiwan)", 0x0404, 950};
 constexpr Language kDoubleByte[] = {kJapanese, kChinese, kKorean, kTaiwanese};
-constexpr Language kAllLanguages[] = {kEnglish, kJapanese, kChinese, kKorean, kTaiwanese};
 
 class IntlUnder {
 public:
-    explicit IntlUnder(const Language& l) : m_system(l.lang, l.lang), m_text(l.codePage) { IntlInit(); }
+    explicit IntlUnder(const Language& l, LCID user = 0) : m_system(l.lang, user ? user : l.lang), m_text(l.codePage) { IntlInit(); }
 
 private:
     struct Resettle { ~Resettle() { IntlInit(); } } m_resettle; // first member: runs last, after the services are restored

@@ -8,8 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
 // what: the call as written; run: the call on s, a copy of src, and dst, 64 bytes of 0xFF; result: what comes back;
 // dst: what dst holds up to its terminator (null: not looked at; kUntouched: not written).
 struct Call { const char* what; long (*run)(char* dst, char* s); const char* src; long result; const char* dst = nullptr; };
@@ -23,7 +21,7 @@ inline const char* const kUntouched = "(untouched)";
 
 // An offset into s, or -1 for null; the bytes written to dst, up to the first still 0xFF.
 inline long At(const char* p, const char* s) { return p ? long(p - s) : -1; }
-inline long Written(const char* dst) { return long(static_cast<const char*>(std::memchr(dst, 0xFF, 64)) - dst); }
+inline long Written(const char* dst) { return At(static_cast<const char*>(std::memchr(dst, 0xFF, 64)), dst); }
 
 template <class Languages, size_t N> void ExpectCalls(const Languages& langs, const Call (&calls)[N]) {
     for (const Language& l : langs) {
@@ -31,7 +29,7 @@ template <class Languages, size_t N> void ExpectCalls(const Languages& langs, co
         for (const Call& c : calls) {
             std::string src = c.src, what = std::string(c.what) + " with s = " + Hex(c.src) + " under " + l.name;
             char dst[64];
-            std::memset(dst, 0xFF, sizeof dst);
+            std::fill(dst, dst + sizeof dst, char(0xFF));
             EXPECT_EQ(c.run(dst, src.data()), c.result) << what;
             std::string got = c.dst != kUntouched ? std::string(dst, strnlen(dst, sizeof dst)) : BYTE(dst[0]) == 0xFF ? kUntouched : "";
             EXPECT_EQ(c.dst ? Hex(got) : "", c.dst ? Hex(c.dst) : "") << "dst of " << what;
@@ -39,8 +37,6 @@ template <class Languages, size_t N> void ExpectCalls(const Languages& langs, co
         }
     }
 }
-template <size_t N> void ExpectCalls(std::initializer_list<Language> langs, const Call (&calls)[N]) {
-    ExpectCalls<std::initializer_list<Language>, N>(langs, calls);
-}
+template <size_t N> void ExpectCalls(std::initializer_list<Language> l, const Call (&c)[N]) { ExpectCalls<decltype(l), N>(l, c); }
 
 #endif
