@@ -29,7 +29,7 @@ template <class Languages, size_t N> void ExpectCalls(const Languages& langs, co
         for (const Call& c : calls) {
             std::string src = c.src, what = std::string(c.what) + " with s = " + Hex(c.src) + " under " + l.name;
             char dst[64];
-            std::fill(dst, dst + sizeof dst, char(0xFF));
+            std::memset(dst, 0xFF, sizeof dst);
             EXPECT_EQ(c.run(dst, src.data()), c.result) << what;
             std::string got = c.dst != kUntouched ? std::string(dst, strnlen(dst, sizeof dst)) : BYTE(dst[0]) == 0xFF ? kUntouched : "";
             EXPECT_EQ(c.dst ? Hex(got) : "", c.dst ? Hex(c.dst) : "") << "dst of " << what;
