@@ -12,11 +12,7 @@
 #include <iterator>
 #include <string>
 
-struct Language {
-    const char* name;
-    LANGID lang;
-    UINT codePage;
-};
+struct Language { const char* name; LANGID lang; UINT codePage; };
 constexpr Language kEnglish = {"English", 0x0409, 1252};
 constexpr Language kJapanese = {"Japanese", 0x0411, 932};
 constexpr Language kChinese = {"Chinese", 0x0804, 936};
@@ -26,12 +22,10 @@ constexpr Language kDoubleByte[] = {kJapanese, kChinese, kKorean, kTaiwanese};
 
 class IntlUnder {
 public:
-    explicit IntlUnder(const Language& l) : m_system(l.lang, l.lang), m_text(l.codePage) { IntlInit(); }
+    explicit IntlUnder(const Language& l, LCID user = 0) : m_system(l.lang, user ? user : l.lang), m_text(l.codePage) { IntlInit(); }
 
 private:
-    struct Resettle {
-        ~Resettle() { IntlInit(); }
-    } m_resettle; // first member: runs last, after the services are restored
+    struct Resettle { ~Resettle() { IntlInit(); } } m_resettle; // first member: runs last, after the services are restored
     ScriptedSystem m_system;
     ScriptedText m_text;
 };
@@ -40,10 +34,7 @@ private:
 inline std::string Hex(const std::string& s) {
     std::string out;
     char b[4];
-    for (unsigned char c : s) {
-        std::snprintf(b, sizeof b, out.empty() ? "%02X" : " %02X", c);
-        out += b;
-    }
+    for (unsigned char c : s) out += (std::snprintf(b, sizeof b, out.empty() ? "%02X" : " %02X", c), b);
     return out.empty() ? "(empty)" : out;
 }
 

@@ -1,114 +1,93 @@
-// Characters: halves of double-byte characters, the n-th character, values
-// and white space, under each double-byte language and on the single-byte path.
-#include "intl_env.h"
+// The environment and characters: the language settles the path, and every
+// character function agrees on where a double-byte character begins.
+#include "intl_table.h"
 
-#include <gtest/gtest.h>
+#include <cctype>
 
 namespace {
 
-TEST(IntlChars, BytesAndCharactersOfSUnderEachDoubleByteLanguage) {
-    const int byteKinds[] = {0, 1, 2, 0, 1, 2, 0, 0};
-    const int charIsDB[] = {0, 1, 0, 1, 0, 0};
-    for (const Language& l : kDoubleByte) {
-        IntlUnder env(l);
-        char s[] = INTL_S;
-        for (int i = 0; i < 8; ++i)
-            EXPECT_EQ(IntlIsNthByteDB(s, i), byteKinds[i]) << "IntlIsNthByteDB(S, " << i << ") under " << l.name;
-        for (int i = 0; i < 6; ++i)
-            EXPECT_EQ(IntlIsNthCharDB(s, i), charIsDB[i]) << "IntlIsNthCharDB(S, " << i << ") under " << l.name;
-        EXPECT_EQ(IntlIsNthByteDB(s, -1), 0) << l.name;
-        EXPECT_EQ(IntlIsNthCharDB(s, -1), 0) << l.name;
-        EXPECT_EQ(IntlStrNthChar(s, 3), s + 4) << "IntlStrNthChar(S, 3) under " << l.name;
-        EXPECT_EQ(IntlStrNthChar(s, 5), s + 7) << "IntlStrNthChar(S, 5): the terminator, under " << l.name;
-        EXPECT_EQ(IntlStrNthChar(s, 6), nullptr) << "IntlStrNthChar(S, 6) under " << l.name;
-        EXPECT_EQ(IntlNextDBCInStr(s + 3), s + 4) << "IntlNextDBCInStr(b K c) under " << l.name;
-        EXPECT_EQ(IntlBytesInNextChar(s + 1), 2) << l.name;
-        EXPECT_EQ(WORD(IntlStrLastChar(s)), 'c') << l.name;
-        EXPECT_EQ(WORD(IntlStrFirstChar(s + 1)), 0x889F) << "IntlStrFirstChar(K c) under " << l.name;
+#define S INTL_S
+#define K "\x88\x9F"
+
+// IntlIsNthByteDB, then IntlIsNthCharDB, for n from -1 to two past the last byte, as digits.
+long Kinds(char* dst, char* s) {
+    for (int byChar = 0; byChar < 2; ++byChar)
+        for (int n = -1; n <= int(std::strlen(s)) + 1; ++n) *dst++ = char('0' + (byChar ? IntlIsNthCharDB(s, n) : IntlIsNthByteDB(s, n)));
+    return *dst = 0;
+}
+
+// IntlStrNthChar and IntlNextDBCInStr (from byte `from`) as offsets into s, -1 for null.
+long Nth(char* s, int n) { return At(IntlStrNthChar(s, n), s); }
+long NextDBC(char* s, int from) { return At(IntlNextDBCInStr(s + from), s); }
+
+// System language and user locale: the double-byte path, right-to-left, the blank.
+TEST(IntlChars, EnvironmentFollowsTheSystemAndUserLanguages) {
+    const struct { LANGID system; LCID user; const char* want; } rows[] = {
+        {0x0409, 0x0409, "0 0 0"}, {0x0411, 0x0411, "1 0 8140"}, {0x0804, 0x0804, "1 0 a140"}, {0x0412, 0x0412, "1 0 a1a1"},
+        {0x0C04, 0x0409, "1 0 a140"}, {0x0401, 0x0409, "0 1 0"}, {0x040D, 0x0409, "0 1 0"}, {0x0429, 0x0409, "0 1 0"},
+        // A double-byte system is never right-to-left, a double-byte user changes nothing; the neighbours of Arabic and Korean.
+        {0x0409, 0x0C01, "0 1 0"}, {0x0407, 0x1040D, "0 1 0"}, {0x0411, 0x0401, "1 0 8140"}, {0x0409, 0x0411, "0 0 0"},
+        {0x0402, 0x0413, "0 0 0"},
+    };
+    for (const auto& r : rows) {
+        IntlUnder env({"", r.system, 1252}, r.user);
+        std::ostringstream got;
+        got << IntlDBCSEnabled() << " " << IntlIsBiDiEnabled() << " " << std::hex << IntlDBCSBlank();
+        EXPECT_EQ(got.str(), r.want) << std::hex << "IntlInit under system 0x" << r.system << ", user 0x" << r.user;
     }
 }
 
-TEST(IntlChars, SingleBytePathHasNoDoubleByteCharacters) {
-    IntlUnder env(kEnglish);
-    char s[] = INTL_S;
-    for (int i = 0; i < 8; ++i) {
-        EXPECT_EQ(IntlIsNthByteDB(s, i), 0) << "IntlIsNthByteDB(S, " << i << ") under English";
-        EXPECT_EQ(IntlIsNthCharDB(s, i), 0) << "IntlIsNthCharDB(S, " << i << ") under English";
-    }
-    EXPECT_EQ(IntlDBCSBlank(), 0);
-    EXPECT_EQ(IntlStrNthChar(s, 7), s + 7) << "seven one-byte characters";
-    EXPECT_EQ(IntlNextDBCInStr(s), nullptr);
-    EXPECT_EQ(IntlDBCSChar(nullptr), 0);
-    EXPECT_EQ(IntlStrLastChar(nullptr), 0);
-    EXPECT_EQ(IntlStrNthChar(nullptr, 0), nullptr);
-    EXPECT_EQ(IntlBytesInNextChar(s + 7), 0) << "at the terminator";
-}
-
-// A lead byte just before the terminator is one single-byte character.
-TEST(IntlChars, TrailingHalfIsASingleByte) {
-    for (const Language& l : kDoubleByte) {
-        IntlUnder env(l);
-        char s[] = "a\x88";
-        EXPECT_EQ(IntlIsDBChar(s + 1), 0) << "IntlIsDBChar(88 00) under " << l.name;
-        EXPECT_EQ(IntlBytesInNextChar(s + 1), 1) << l.name;
-        EXPECT_EQ(WORD(IntlStrLastChar(s)), 0xFF88) << "IntlStrLastChar(61 88) under " << l.name;
-        EXPECT_EQ(WORD(IntlStrFirstChar(s + 1)), 0xFF88) << "IntlStrFirstChar(88) under " << l.name;
-        EXPECT_EQ(IntlDBCSChar(s + 1), 0x88) << l.name;
-        EXPECT_EQ(IntlIsNthByteDB(s, 1), 0) << "IntlIsNthByteDB(61 88, 1) under " << l.name;
-        EXPECT_EQ(IntlIsNthCharDB(s, 1), 0) << l.name;
-        EXPECT_EQ(IntlNextDBCInStr(s), nullptr) << l.name;
-        EXPECT_EQ(IntlStrNthChar(s, 2), s + 2) << l.name;
-        EXPECT_EQ(IntlStrNthChar(s, 3), nullptr) << l.name;
-        EXPECT_EQ(IntlStripStartSpace(s + 1), s + 1) << l.name;
-    }
+TEST(IntlChars, CharactersOfSAndOfATrailingLeadByte) {
+    const Call doubleByte[] = {
+        {TO(Kinds), S, 0, "00120120000010100000"}, {OF(IntlIsDBChar), S, 0}, {CALL(IntlIsDBChar(s + 1)), S, 1},
+        {CALL(IntlBytesInNextChar(s + 1)), S, 2}, {CALL(IntlBytesInNextChar(s + 3)), S, 1}, {CALL(IntlBytesInNextChar(s + 7)), S, 0},
+        {OF(NextDBC, 0), S, 1}, {OF(NextDBC, 3), S, 4}, {OF(NextDBC, 6), S, -1}, {OF(Nth, 3), S, 4}, {OF(Nth, 5), S, 7},
+        {OF(Nth, 6), S, -1}, {OF(Nth, -1), S, -1}, {CALL(IntlStrFirstChar(s + 1)), S, short(0x889F)}, {OF(IntlStrLastChar), S, 'c'},
+        {OF(IntlStrLastChar), "a" K, short(0x889F)}, {CALL(IntlDBCSChar(s + 4)), S, 0x889F}, {CALL(IntlDBCSChar(s + 3)), S, 'b'},
+        {TO(Kinds), K "a", 0, "012000010000"},
+        // A lead byte just before the terminator is a single byte, widened signed where the value is signed.
+        {TO(Kinds), "a\x88", 0, "0000000000"}, {CALL(IntlIsDBChar(s + 1)), "a\x88", 0}, {CALL(IntlBytesInNextChar(s + 1)), "a\x88", 1},
+        {OF(IntlStrLastChar), "a\x88", -0x78}, {CALL(IntlStrFirstChar(s + 1)), "a\x88", -0x78},
+        {CALL(IntlDBCSChar(s + 1)), "a\x88", 0x88}, {OF(NextDBC, 0), "a\x88", -1}, {OF(Nth, 2), "a\x88", 2}, {OF(Nth, 3), "a\x88", -1},
+        // Null texts.
+        {CALL(IntlIsDBChar(nullptr)), "", 0}, {CALL(IntlBytesInNextChar(nullptr)), "", 0}, {CALL(IntlDBCSChar(nullptr)), "", 0},
+        {CALL(IntlIsNthByteDB(nullptr, 0) + IntlIsNthCharDB(nullptr, 0) + IntlStrIsNextChSpace(nullptr)), "", 0},
+        {CALL(At(IntlStrNthChar(nullptr, 0), s)), "", -1}, {CALL(At(IntlNextDBCInStr(nullptr), s)), "", -1},
+        {CALL(IntlStrLastChar(nullptr)), "", 0}, {CALL(IntlStrFirstChar(s) + IntlStrLastChar(s)), "", 0},
+        {CALL(At(IntlStripStartSpace(nullptr), s)), "", -1}, {CALL(At(IntlStripStartBlank(nullptr), s)), "", -1},
+    };
+    ExpectCalls(kDoubleByte, doubleByte);
+    const Call singleByte[] = {
+        {CALL(IntlIsDBChar(s + 1)), S, 0}, {CALL(IntlBytesInNextChar(s + 1)), S, 1},
+        {CALL(IntlDBCSChar(s + 1)), S, 0x88}, {OF(Nth, 7), S, 7}, {OF(Nth, 8), S, -1}, {OF(NextDBC, 0), S, -1},
+        {CALL(IntlStrFirstChar(s + 1)), S, -0x78},
+    };
+    ExpectCalls({kEnglish}, singleByte);
+    const Call pathOff[] = {{TO(Kinds), S, 0, "00000000000000000000"}}; // even where CharNextA pairs bytes
+    ExpectCalls({kEnglish, {"English on 932", 0x0409, 932}}, pathOff);
 }
 
 TEST(IntlChars, HexDigitsAreTestedOnTheWholeValue) {
-    const struct {
-        WORD c;
-        int hex;
-    } cases[] = {{'0', 1}, {'9', 1}, {'A', 1}, {'f', 1}, {'G', 0}, {'g', 0}, {'/', 0}, {0x4130, 0}, {0x8246, 0}};
-    for (const auto& c : cases) EXPECT_EQ(IntlCharIsHexDigit(c.c), c.hex) << std::hex << "IntlCharIsHexDigit(0x" << c.c << ")";
+    for (int c : std::initializer_list<int>{'0', '9', 'A', 'F', 'a', 'f', '/', ':', '@', 'G', '`', 'g', 0x4130, 0x8246, 0x0130})
+        EXPECT_EQ(IntlCharIsHexDigit(WORD(c)), c < 'g' && std::isxdigit(c)) << std::hex << "IntlCharIsHexDigit(0x" << c << ")";
 }
 
+// 9 to 13 and 32 are white space, and on the double-byte path the blank of the language; IntlStripStartBlank
+// skips only 32 and that blank. Rows: is the first character space, and where each strip ends.
 TEST(IntlChars, WhiteSpaceAndTheDoubleByteBlank) {
-    const struct {
-        Language lang;
-        WORD blank;
-        const char* text;
-        int space;
-    } cases[] = {
-        {kJapanese, 0x8140, "\x81\x40", 1}, {kJapanese, 0x8140, "\xA1\x40", 0}, {kJapanese, 0x8140, "\x0C", 1},
-        {kChinese, 0xA140, "\xA1\x40", 1},  {kChinese, 0xA140, "\x81\x40", 0},  {kKorean, 0xA1A1, "\xA1\xA1", 1},
-        {kKorean, 0xA1A1, "\x0D", 1},       {kTaiwanese, 0xA140, "\xA1\x40", 1}, {kEnglish, 0, "\x0B", 1},
-        {kEnglish, 0, "\x81\x40", 0},       {kEnglish, 0, "\x0E", 0},            {kJapanese, 0x8140, "\x08", 0},
+    const struct { Language lang; const char* text; int space, stripSpace, stripBlank; } rows[] = {
+        {kJapanese, " \t\x81\x40x", 1, 4, 1}, {kJapanese, "\x81\x40\tx", 1, 3, 2}, {kJapanese, "\x81\x40\x81", 1, 2, 2},
+        {kJapanese, "\xA1\x40", 0, 0, 0}, {kJapanese, "\x08 ", 0, 0, 0}, {kJapanese, "\r\n\x0E", 1, 2, 0}, {kJapanese, " " K, 1, 1, 1},
+        {kChinese, "\xA1\x40\x81\x40", 1, 2, 2}, {kTaiwanese, "\xA1\x40 x", 1, 3, 3}, {kKorean, "\xA1\xA1 \xA1\xA2", 1, 3, 3},
+        {kEnglish, "\x0B\x81\x40", 1, 1, 0}, {kEnglish, " \x0C" "a", 1, 2, 1}, {kEnglish, "\t\x0D", 1, 2, 0},
     };
-    for (const auto& c : cases) {
-        IntlUnder env(c.lang);
-        std::string s = c.text;
-        EXPECT_EQ(IntlDBCSBlank(), c.blank) << "IntlDBCSBlank under " << c.lang.name;
-        EXPECT_EQ(IntlStrIsNextChSpace(s.data()), c.space) << "IntlStrIsNextChSpace(" << Hex(s) << ") under " << c.lang.name;
+    for (const auto& r : rows) {
+        IntlUnder env(r.lang);
+        std::string s = r.text, under = Hex(s) + ") under " + r.lang.name;
+        EXPECT_EQ(IntlStrIsNextChSpace(s.data()), r.space) << "IntlStrIsNextChSpace(" << under;
+        EXPECT_EQ(IntlStripStartSpace(s.data()) - s.data(), r.stripSpace) << "IntlStripStartSpace(" << under;
+        EXPECT_EQ(IntlStripStartBlank(s.data()) - s.data(), r.stripBlank) << "IntlStripStartBlank(" << under;
     }
-}
-
-TEST(IntlChars, StrippingLeadingSpaceAndBlanks) {
-    const struct {
-        Language lang;
-        const char* text;
-        int space, blank; // offsets of the results
-    } cases[] = {
-        {kJapanese, " \t\x81\x40x", 4, 1},  {kJapanese, " \x81\x40\tx", 4, 3}, {kJapanese, " \r\n", 3, 1},
-        {kJapanese, "\x81\x40\x81", 2, 2},  {kKorean, "\xA1\xA1 \xA1\xA2", 3, 3}, {kEnglish, " \x81\x40", 1, 1},
-        {kEnglish, "", 0, 0},
-    };
-    for (const auto& c : cases) {
-        IntlUnder env(c.lang);
-        std::string s = c.text;
-        EXPECT_EQ(IntlStripStartSpace(s.data()) - s.data(), c.space) << "IntlStripStartSpace(" << Hex(s) << ") under " << c.lang.name;
-        EXPECT_EQ(IntlStripStartBlank(s.data()) - s.data(), c.blank) << "IntlStripStartBlank(" << Hex(s) << ") under " << c.lang.name;
-    }
-    EXPECT_EQ(IntlStripStartSpace(nullptr), nullptr);
-    EXPECT_EQ(IntlStripStartBlank(nullptr), nullptr);
 }
 
 } // namespace

@@ -1,180 +1,112 @@
 // String operations: cutting by characters and by bytes, replacing, copying,
 // case and trimming, under each double-byte language and on the single-byte path.
-#include "intl_env.h"
-
-#include <gtest/gtest.h>
+#include "intl_table.h"
 
 namespace {
 
-struct Call {
-    const char* name; // what was called, for the failure message
-    int (*run)(char* dst, char* src);
-    const char* src; // the text handed in
-    const char* dst; // what dst holds afterwards; null: dst is not written
-    long result;
-};
-
-void expectCalls(const Language& l, const Call* calls, size_t n) {
-    IntlUnder env(l);
-    for (size_t i = 0; i < n; ++i) {
-        const Call& c = calls[i];
-        std::string src = c.src;
-        char dst[64];
-        std::memset(dst, 0x55, sizeof dst);
-        long r = c.run(dst, src.data());
-        if (c.dst) {
-            EXPECT_EQ(Hex(dst), Hex(c.dst)) << c.name << " of " << Hex(c.src) << " under " << l.name;
-        }
-        EXPECT_EQ(r, c.result) << c.name << " of " << Hex(c.src) << " under " << l.name;
-    }
-}
-
 #define S INTL_S
 #define K "\x88\x9F"
-#define CALL(expr) #expr, []([[maybe_unused]] char* dst, [[maybe_unused]] char* s) -> int { return expr; }
 
+char kXY[] = "XY";
+char kX[] = "X";
+char kNone[] = "";
+// IntlStrTrimTrailing works in place: on a copy in dst; IntlStripEndSpace as an offset into dst.
+long TrimTrailing(char* dst, const char* s) { return IntlStrTrimTrailing(std::strcpy(dst, s)); }
+long StripEnd(char* dst, char* s) { return At(IntlStripEndSpace(dst, s), dst); }
+// Upper, Lower and StripSpace work in place: on a copy in dst.
+long Upper(char* dst, const char* s) { return At(IntlStrUpper(std::strcpy(dst, s)), dst); }
+long Lower(char* dst, const char* s) { return At(IntlStrLower(std::strcpy(dst, s)), dst); }
+long StripSpace(char* dst, const char* s) { return IntlStrStripSpace(std::strcpy(dst, s)), 0; }
+// IntlStrnCpy: the bytes it wrote.
+long StrnCpyWritten(char* dst, char* s, WORD n) { return Written(IntlStrnCpy(dst, s, n)); }
+
+#define T "a\x88"
+
+// S is a K b K c: 7 bytes, 5 characters. A byte count that would cut K leaves a space for its half.
 const Call kCutsOfS[] = {
-    {CALL(IntlStrLeft(dst, s, 2)), S, "a" K, 2},          {CALL(IntlStrLeft(dst, s, 9)), S, S, 5},
-    {CALL(IntlStrLeft(dst, s, -1)), S, "", 0},            {CALL(IntlStrLeftB(dst, s, 2)), S, "a ", 2},
-    {CALL(IntlStrLeftB(dst, s, 3)), S, "a" K, 3},         {CALL(IntlStrLeftB(dst, s, 5)), S, "a" K "b ", 5},
-    {CALL(IntlStrLeftB(dst, s, 8)), S, S, 7},             {CALL(IntlStrRight(dst, s, 2)), S, K "c", 2},
-    {CALL(IntlStrRight(dst, s, 0)), S, "", 0},            {CALL(IntlStrRight(dst, s, 9)), S, S, 5},
-    {CALL(IntlStrRightB(dst, s, 2)), S, " c", 2},         {CALL(IntlStrRightB(dst, s, 3)), S, K "c", 3},
-    {CALL(IntlStrRightB(dst, s, 5)), S, " b" K "c", 5},   {CALL(IntlStrMid(dst, s, 1, 2)), S, K "b", 2},
-    {CALL(IntlStrMid(dst, s, 5, 1)), S, "", 0},           {CALL(IntlStrMid(dst, s, 1, -1)), S, "", 0},
-    {CALL(IntlStrMid(dst, s, -3, 2)), S, "a" K, 2},       {CALL(IntlStrMid(dst, s, 6, 1)), S, "", 0},
-    {CALL(IntlStrMidB(dst, s, 1, 1)), S, " ", 1},         {CALL(IntlStrMidB(dst, s, 1, 2)), S, K, 2},
-    {CALL(IntlStrMidB(dst, s, 2, 1)), S, " ", 1},         {CALL(IntlStrMidB(dst, s, 2, 3)), S, " b ", 3},
-    {CALL(IntlStrMidB(dst, s, 7, 1)), S, "", 0},          {CALL(IntlStrMidB(dst, s, 2, -1)), S, "", 0},
-    {CALL(IntlStrMidB(dst, s, 0, 100)), S, S, 7},         {CALL(IntlStrReplace(dst, s, (char*)"XY", 1, 1)), S, "aXYb" K "c", 6},
-    {CALL(IntlStrReplace(dst, s, (char*)"XY", 9, 1)), S, S "XY", 7},
-    {CALL(IntlStrReplace(dst, s, (char*)"", -2, 2)), S, "b" K "c", 3},
-    {CALL(IntlStrReplaceB(dst, s, (char*)"XY", 1, 1)), S, "aXY b" K "c", 8},
-    {CALL(IntlStrReplaceB(dst, s, (char*)"XY", 2, 2)), S, "a XY" K "c", 7},
-    {CALL(IntlStrReplaceB(dst, s, (char*)"XY", 2, 100)), S, "a XY", 4},
-    {CALL(IntlStrLen(s)), S, nullptr, 5},      {CALL(IntlStrLenB(s)), S, nullptr, 7},
+    {OF(IntlStrLen), S, 5}, {OF(IntlStrLenB), S, 7}, {TO(IntlStrLeft, 2), S, 2, "a" K}, {TO(IntlStrLeft, 9), S, 5, S},
+    {TO(IntlStrLeft, -1), S, 0, ""}, {TO(IntlStrLeftB, 2), S, 2, "a "}, {TO(IntlStrLeftB, 3), S, 3, "a" K},
+    {TO(IntlStrLeftB, 5), S, 5, "a" K "b "}, {TO(IntlStrLeftB, 8), S, 7, S}, {TO(IntlStrLeftB, -1), S, 0, ""},
+    {TO(IntlStrRight, 2), S, 2, K "c"}, {TO(IntlStrRight, 0), S, 0, ""}, {TO(IntlStrRight, 5), S, 5, S}, {TO(IntlStrRight, 9), S, 5, S},
+    {TO(IntlStrRightB, 2), S, 2, " c"}, {TO(IntlStrRightB, 3), S, 3, K "c"}, {TO(IntlStrRightB, 5), S, 5, " b" K "c"},
+    {TO(IntlStrRightB, 7), S, 7, S}, {TO(IntlStrRightB, 0), S, 0, ""}, {TO(IntlStrMid, 1, 2), S, 2, K "b"},
+    {TO(IntlStrMid, 4, 3), S, 1, "c"}, {TO(IntlStrMid, 5, 1), S, 0, ""}, {TO(IntlStrMid, 1, -1), S, 0, ""},
+    {TO(IntlStrMid, -3, 2), S, 2, "a" K}, {TO(IntlStrMid, 6, 1), S, 0, ""}, {TO(IntlStrMidB, 1, 1), S, 1, " "},
+    {TO(IntlStrMidB, 1, 2), S, 2, K}, {TO(IntlStrMidB, 2, 1), S, 1, " "}, {TO(IntlStrMidB, 2, 3), S, 3, " b "},
+    {TO(IntlStrMidB, 3, 4), S, 4, "b" K "c"}, {TO(IntlStrMidB, 7, 1), S, 0, ""}, {TO(IntlStrMidB, 8, 1), S, 0, ""},
+    {TO(IntlStrMidB, 2, -1), S, 0, ""}, {TO(IntlStrMidB, -1, 100), S, 7, S}, {TO(IntlStrMidB, 6, 0), S, 0, ""},
+    {TO(IntlStrReplace, kXY, 1, 1), S, 6, "aXYb" K "c"}, {TO(IntlStrReplace, kXY, 9, 1), S, 7, S "XY"},
+    {TO(IntlStrReplace, kNone, -2, 2), S, 3, "b" K "c"}, {TO(IntlStrReplace, kXY, 4, 9), S, 6, "a" K "b" K "XY"},
+    {TO(IntlStrReplaceB, kXY, 1, 1), S, 8, "aXY b" K "c"}, {TO(IntlStrReplaceB, kXY, 2, 2), S, 7, "a XY" K "c"},
+    {TO(IntlStrReplaceB, kXY, 2, 100), S, 4, "a XY"}, {TO(IntlStrReplaceB, kX, 3, 2), S, 6, "a" K "X c"},
+    {TO(IntlStrReplaceB, kX, -1, -1), S, 8, "X" S}, {CALL(IntlStrReplace(dst, nullptr, kX, 0, 0)), "", 1, "X"},
+    // In place, dst at, above or below src: each part is read before it is overwritten.
+    {CALL(IntlStrReplace(dst, std::strcpy(dst, s), kXY, 0, 1)), S, 6, "XY" K "b" K "c"},
+    {CALL(IntlStrReplaceB(dst + 1, std::strcpy(dst, s), kX, 1, 0)), S, 8, "aaX" K "b" K "c"},
+    {CALL(IntlStrReplaceB(dst, std::strcpy(dst, s) + 1, kNone, 2, 1)), S, 5, K K "c"},
+    // A lead byte just before the terminator (T) is one single-byte character for every function: none steps over the terminator.
+        {OF(IntlStrLen), T, 2}, {TO(IntlStrLeft, 2), T, 2, T}, {TO(IntlStrLeftB, 2), T, 2, T}, {TO(IntlStrRight, 1), T, 1, "\x88"},
+        {TO(IntlStrRightB, 1), T, 1, "\x88"}, {TO(IntlStrMid, 1, 5), T, 1, "\x88"}, {TO(IntlStrMidB, 1, 1), T, 1, "\x88"},
+        {TO(IntlStrReplace, kX, 1, 1), T, 2, "aX"}, {TO(IntlStrReplace, kX, 2, 0), T, 2, T "X"}, // in dst, 88 58 is one character
+        {TO(IntlStrReplaceB, kX, 2, 0), T, 3, T "X"}, {TO(IntlStrProper), T, 2, "A\x88"}, {TO(IntlStrTrim), " a \x88", 3, "a \x88"},
+        {TO(TrimTrailing), T, 2, T}, {TO(StripEnd), T, 0, T}, {TO(StripSpace), " \x88", 0, "\x88"},
+    // strncpy by characters: no terminator when src has n characters or more, else a zero byte for each missing.
+    {TO(StrnCpyWritten, 2), S, 3}, {TO(StrnCpyWritten, 5), S, 7}, {TO(StrnCpyWritten, 6), S, 8, S},
+    {TO(StrnCpyWritten, 4), "ab", 4, "ab"}, {TO(StrnCpyWritten, 3), K, 4, K}, {TO(StrnCpyWritten, 0), S, 0},
+    {TO(StrnCpyWritten, 2), "", 2, ""},
 };
 
-TEST(IntlStrings, CuttingSNeverLeavesHalfACharacter) {
-    for (const Language& l : kDoubleByte) expectCalls(l, kCutsOfS, std::size(kCutsOfS));
-}
+TEST(IntlStrings, CuttingSNeverLeavesHalfACharacter) { ExpectCalls(kDoubleByte, kCutsOfS); }
 
 // With the double-byte path off both sets count bytes and nothing is replaced.
 TEST(IntlStrings, SingleBytePathCountsBytes) {
     const Call calls[] = {
-        {CALL(IntlStrLeft(dst, s, 2)), S, "a\x88", 2},       {CALL(IntlStrLeftB(dst, s, 2)), S, "a\x88", 2},
-        {CALL(IntlStrRight(dst, s, 2)), S, "\x9F" "c", 2},   {CALL(IntlStrRightB(dst, s, 9)), S, S, 7},
-        {CALL(IntlStrMid(dst, s, 2, 3)), S, "\x9F" "b\x88", 3},
-        {CALL(IntlStrMidB(dst, s, 8, 1)), S, "", 0},
-        {CALL(IntlStrReplace(dst, s, (char*)"XY", 2, 2)), S, "a\x88XY\x88\x9F" "c", 7},
-        {CALL(IntlStrReplaceB(dst, s, (char*)"XY", 9, 2)), S, S "XY", 9},
-        {CALL(IntlStrLen(s)), S, nullptr, 7},
+        {OF(IntlStrLen), S, 7}, {TO(IntlStrLeft, 2), S, 2, "a\x88"}, {TO(IntlStrLeftB, 2), S, 2, "a\x88"}, {TO(IntlStrRightB, 9), S, 7, S},
+        {TO(IntlStrRight, 2), S, 2, "\x9F" "c"}, {TO(IntlStrMid, 2, 3), S, 3, "\x9F" "b\x88"}, {TO(IntlStrMidB, 7, 1), S, 0, ""},
+        {TO(IntlStrMidB, 8, 1), S, 0, ""}, {TO(IntlStrMid, -1, 2), S, 2, "a\x88"}, {TO(IntlStrReplace, kX, -1, 9), S, 1, "X"},
+        {TO(IntlStrReplace, kXY, 2, 2), S, 7, "a\x88XY\x88\x9F" "c"}, {TO(IntlStrReplaceB, kXY, 9, 2), S, 9, S "XY"},
+        {TO(IntlStrReplaceB, kX, 2, -1), S, 8, "a\x88X\x9F" "b\x88\x9F" "c"},
+        {CALL(IntlStrLeft(nullptr, s, 1) + IntlStrRight(nullptr, s, 1) + IntlStrMid(nullptr, s, 0, 1) + IntlStrLeftB(nullptr, s, 1)), S, 0},
+        {CALL(IntlStrRightB(nullptr, s, 1) + IntlStrMidB(nullptr, s, 0, 1) + IntlStrReplace(nullptr, s, s, 0, 0)), S, 0},
+        {CALL(IntlStrReplaceB(nullptr, s, s, 0, 0) + At(IntlStrnCpy(nullptr, s, 1), s)), S, -1},
     };
-    expectCalls(kEnglish, calls, std::size(calls));
-}
-
-// A lead byte just before the terminator is one single-byte character for
-// every function that walks: none steps over the terminator.
-TEST(IntlStrings, TrailingHalfIsOneCharacterEverywhere) {
-    const Call calls[] = {
-        {CALL(IntlStrLen(s)), "a\x88", nullptr, 2},
-        {CALL(IntlStrLeft(dst, s, 2)), "a\x88", "a\x88", 2},
-        {CALL(IntlStrLeftB(dst, s, 2)), "a\x88", "a\x88", 2},
-        {CALL(IntlStrRight(dst, s, 1)), "a\x88", "\x88", 1},
-        {CALL(IntlStrRightB(dst, s, 1)), "a\x88", "\x88", 1},
-        {CALL(IntlStrMid(dst, s, 1, 5)), "a\x88", "\x88", 1},
-        {CALL(IntlStrMidB(dst, s, 1, 1)), "a\x88", "\x88", 1},
-        {CALL(IntlStrReplace(dst, s, (char*)"X", 1, 1)), "a\x88", "aX", 2},
-        {CALL(IntlStrReplace(dst, s, (char*)"X", 2, 0)), "a\x88", "a\x88X", 2}, // in dst, 88 58 is one character
-        {CALL(IntlStrReplaceB(dst, s, (char*)"X", 2, 0)), "a\x88", "a\x88X", 3},
-        {CALL(IntlStrProper(dst, s)), "a\x88", "A\x88", 2},
-        {CALL(IntlStrTrim(dst, s)), " a \x88", "a \x88", 3},
-        {CALL((IntlStrnCpy(dst, s, 3), 0)), "a\x88", "a\x88", 0},
-        {CALL((strcpy(dst, s), int(IntlStrTrimTrailing(dst)))), "a\x88", "a\x88", 2},
-        {CALL((IntlStripEndSpace(dst, s), 0)), "a\x88", "a\x88", 0},
-        {CALL((IntlStrStripSpace(strcpy(dst, s)), 0)), " \x88", "\x88", 0},
-    };
-    for (const Language& l : kDoubleByte) expectCalls(l, calls, std::size(calls));
-}
-
-TEST(IntlStrings, StrnCpyCopiesWholeCharactersAndPads) {
-    IntlUnder env(kJapanese);
-    const struct {
-        const char* src;
-        WORD n;
-        const char* dst; // the bytes written, then the mark 55
-        size_t bytes;
-    } cases[] = {
-        {S, 2, "a" K "\x55", 4},       {S, 5, S "\x55", 8},         {"ab", 4, "ab\0\0\x55", 5},
-        {K, 3, K "\0\0\x55", 5},       {S, 0, "\x55", 1},           {"", 2, "\0\0\x55", 3},
-    };
-    for (const auto& c : cases) {
-        std::string src = c.src;
-        char dst[32];
-        std::memset(dst, 0x55, sizeof dst);
-        EXPECT_EQ(IntlStrnCpy(dst, src.data(), c.n), dst);
-        EXPECT_EQ(Hex(std::string(dst, c.bytes)), Hex(std::string(c.dst, c.bytes)))
-            << "IntlStrnCpy(" << Hex(src) << ", " << c.n << ")";
-    }
+    ExpectCalls({kEnglish}, calls);
 }
 
 TEST(IntlStrings, TrimmingAndCase) {
     const Call anyPath[] = {
-        {CALL(IntlStrTrim(dst, s)), "  a  b  ", "a b", 3},
-        {CALL(IntlStrTrim(dst, s)), "   ", "", 0},
-        {CALL(IntlStrTrim(dst, s)), " a\r\nb ", "a\r\nb", 4},
-        {CALL(IntlStrTrim(dst, s)), "a \r\n b", "a \r\n b", 6},
-        {CALL(IntlStrTrim(dst, s)), "\ta\f\vb", "a b", 3},
-        {CALL((strcpy(dst, s), int(IntlStrTrimTrailing(dst)))), "a  ", "a", 1},
-        {CALL((strcpy(dst, s), int(IntlStrTrimTrailing(dst)))), "   ", " ", 1},
-        {CALL((strcpy(dst, s), int(IntlStrTrimTrailing(dst)))), "", "", 0},
-        {CALL(IntlStripEndSpace(dst, s) == dst), "a\r\n", "a", 1},
-        {CALL(IntlStripEndSpace(dst, s) == dst), " \t\r\n", "", 1},
-        {CALL((strcpy(dst, s), IntlStrStripSpace(dst), 0)), " \ta b\n", "a b", 0},
-        {CALL(IntlStrProper(dst, s)), "hello wORLD  foo", "Hello World  Foo", 16},
-        {CALL(IntlStrProper(dst, s)), "\tx\ny", "\tX\nY", 4},
-        {CALL((strcpy(dst, s), IntlStrUpper(dst) == dst)), "abC1", "ABC1", 1},
-        {CALL((strcpy(dst, s), IntlStrLower(dst) == dst)), "abC1", "abc1", 1},
+        {TO(IntlStrTrim), "  a  b  ", 3, "a b"}, {TO(IntlStrTrim), "   ", 0, ""}, {TO(IntlStrTrim), " a\r\nb ", 4, "a\r\nb"},
+        {TO(IntlStrTrim), "a \r\n b", 6, "a \r\n b"}, {TO(IntlStrTrim), "\ta\f\vb", 3, "a b"}, {TO(TrimTrailing), "a  ", 1, "a"},
+        {TO(TrimTrailing), "   ", 1, " "}, {TO(TrimTrailing), "", 0, ""}, {TO(TrimTrailing), "ab c\t", 4, "ab c"},
+        {TO(StripEnd), "a\r\n", 0, "a"}, {TO(StripEnd), " \t\r\n", 0, ""}, {TO(StripSpace), " \ta b\n", 0, "a b"},
+        {TO(IntlStrProper), "hello wORLD  foo", 16, "Hello World  Foo"}, {TO(IntlStrProper), "\tx\ny", 4, "\tX\nY"},
+        {TO(Upper), "abC1", 0, "ABC1"}, {TO(Lower), "abC1", 0, "abc1"}, {CALL(IntlStrProper(dst, nullptr)), "", 0, ""},
+        {CALL(At(IntlStripEndSpace(dst, nullptr), dst) + At(IntlStripEndSpace(nullptr, s), s)), "a", -2, kUntouched},
+        {CALL(IntlStrTrimTrailing(nullptr) + IntlStrProper(nullptr, s) + At(IntlStrUpper(nullptr), s)), "a", -1},
+        {CALL(IntlStrTrim(dst, nullptr)), "", 0, ""}, {OF(IntlIsStrEqual, dst), "ab", 0}, {OF(IntlIsStrEqual, nullptr), "", 0},
+        {CALL(IntlIsStrEqual(nullptr, nullptr)), "", 1},
+        {OF(IntlIsStrEqual, std::strcpy(dst, s)), "ab", 1}, {OF(IntlIsStrnEqual, std::strcpy(dst, "abd"), 2), "abc", 1},
+        {OF(IntlIsStrnEqual, std::strcpy(dst, "abd"), 3), "abc", 0}, {CALL(IntlIsStrnEqual(nullptr, s, 0)), "", 0},
     };
-    for (const Language& l : {kEnglish, kJapanese, kKorean}) expectCalls(l, anyPath, std::size(anyPath));
+    ExpectCalls({kEnglish, kJapanese, kKorean}, anyPath);
     const Call singleByte[] = {
-        {CALL((strcpy(dst, s), int(IntlStrTrimTrailing(dst)))), "a\r\n", "a\r\n", 3},
-        {CALL(IntlStrTrim(dst, s)), "\x81\x40" "a", "\x81\x40" "a", 3},
+        {TO(TrimTrailing), "a\r\n", 3, "a\r\n"}, {TO(IntlStrTrim), "\x81\x40" "a", 3, "\x81\x40" "a"},
+        {TO(IntlStrProper), "\x82\x81 b", 4, "\x82\x81 B"}, {TO(StrnCpyWritten, 2), S, 2}, {TO(StrnCpyWritten, 4), "ab", 4, "ab"},
     };
-    expectCalls(kEnglish, singleByte, std::size(singleByte));
+    ExpectCalls({kEnglish}, singleByte);
     const Call japanese[] = {
-        {CALL((strcpy(dst, s), int(IntlStrTrimTrailing(dst)))), "a\r\n", "a", 1},
-        {CALL((strcpy(dst, s), int(IntlStrTrimTrailing(dst)))), "\x81\x40" K "\x81\x40 ", "\x81\x40" K, 2},
-        {CALL(IntlStrTrim(dst, s)), "\x81\x40" "a\x81\x40\x81\x40" "b\x81\x40", "a b", 3},
-        {CALL(IntlStripEndSpace(dst, s) == dst), "a\x81\x40", "a", 1},
-        {CALL(IntlStrProper(dst, s)), "\x82\x81\x82\x82\x81\x40\x82\x83 " K, "\x82\x60\x82\x82\x81\x40\x82\x62 " K, 6},
-        {CALL(IntlStrProper(dst, s)), "aB" K "C", "Ab" K "c", 4},
-        {CALL((strcpy(dst, s), IntlStrUpper(dst) == dst)), "a\x82" "a", "A\x82" "a", 1},
+        {TO(TrimTrailing), "a\r\n", 1, "a"}, {TO(TrimTrailing), "\x81\x40" K "\x81\x40 ", 2, "\x81\x40" K},
+        {TO(IntlStrTrim), "\x81\x40" "a\x81\x40\x81\x40" "b\x81\x40", 3, "a b"}, {TO(StripEnd), "a\x81\x40", 0, "a"},
+        // A full-width Latin letter starts a word in upper case; other double-byte characters stay.
+        {TO(IntlStrProper), "\x82\x81\x82\x82\x81\x40\x82\x9A " K, 6, "\x82\x60\x82\x82\x81\x40\x82\x79 " K},
+        {TO(IntlStrProper), "aB" K "C", 4, "Ab" K "c"}, {TO(Upper), "a\x82" "a", 0, "A\x82" "a"},
     };
-    expectCalls(kJapanese, japanese, std::size(japanese));
+    ExpectCalls({kJapanese}, japanese);
     const Call chinese[] = {
-        {CALL(IntlStrProper(dst, s)), "\x82\x81 b", "\x82\x81 B", 3}, // not looked up in the Japanese table
-        {CALL(IntlStrTrim(dst, s)), "\xA1\x40" "a\xA1\x40" "b", "a b", 3},
+        {TO(IntlStrProper), "\x82\x81 b", 3, "\x82\x81 B"}, // not looked up in the Japanese table
+        {TO(IntlStrTrim), "\xA1\x40" "a\xA1\x40" "b", 3, "a b"},
     };
-    expectCalls(kChinese, chinese, std::size(chinese));
-}
-
-TEST(IntlStrings, InPlaceAndNullArguments) {
-    for (const Language& l : {kEnglish, kJapanese}) {
-        IntlUnder env(l);
-        char text[32] = S;
-        EXPECT_EQ(IntlStrReplace(text, text, (char*)"XYZ", 0, 1), l.codePage == 932 ? 7 : 9);
-        EXPECT_EQ(Hex(text), Hex("XYZ" K "b" K "c")) << "IntlStrReplace in place under " << l.name;
-        EXPECT_EQ(IntlStrReplaceB(text, text, (char*)"", 0, 3), l.codePage == 932 ? 6 : 6);
-        EXPECT_EQ(Hex(text), Hex(K "b" K "c")) << "IntlStrReplaceB in place under " << l.name;
-        EXPECT_EQ(IntlStrRight(text, text, 2), 2);
-        EXPECT_EQ(Hex(text), Hex(l.codePage == 932 ? K "c" : "\x9F" "c")) << "IntlStrRight in place under " << l.name;
-        EXPECT_EQ(IntlStrLen(nullptr), 0);
-        EXPECT_EQ(IntlStripEndSpace(text, nullptr), nullptr);
-        EXPECT_EQ(IntlStripEndSpace(nullptr, text), nullptr);
-        EXPECT_EQ(IntlIsStrEqual(text, nullptr), 0);
-        EXPECT_EQ(IntlIsStrEqual(nullptr, nullptr), 1);
-    }
+    ExpectCalls({kChinese}, chinese);
 }
 
 } // namespace

@@ -8,53 +8,59 @@
 
 namespace {
 
-TEST(OslText, CharNextExStepsByTheLeadBytesOfThePage) {
-    const struct {
-        WORD page;
-        const char* text;
-        int step;
-    } cases[] = {
-        {932, "\x88\x9F", 2}, {932, "\xE0\x40", 2}, {932, "\xFC\x40", 2}, {932, "\xA1\x40", 1},
-        {932, "\xDF\x40", 1}, {932, "\x80\x40", 1}, {932, "\xFD\x40", 1}, {932, "\x88", 1},
-        {932, "a\x9F", 1},    {932, "", 0},         {936, "\xA1\xA1", 2}, {936, "\xFE\x40", 2},
-        {936, "\x80\x40", 1}, {936, "\xC4", 1},     {949, "\xB0\xA1", 2}, {949, "\xA1\xA1", 2},
-        {949, "\x41\xA1", 1}, {950, "\xA4\x40", 2}, {950, "\xF9\xD5", 2}, {950, "\x7F\x40", 1},
+TEST(OslText, CharNextExAndPrevExStepByTheLeadBytesOfThePage) {
+    const struct { WORD page; const char* text; int step; } rows[] = {
+        {932, "\x81\x40", 2}, {932, "\x9F\x40", 2}, {932, "\xE0\x40", 2}, {932, "\xFC\x40", 2}, {932, "\xA0\x40", 1}, {932, "\x80\x40", 1},
+        {932, "\xFD\x40", 1}, {932, "\x88", 1}, {932, "a\x9F", 1}, {932, "", 0}, {936, "\x81\x40", 2}, {936, "\xFE\x40", 2},
+        {936, "\xFF\x40", 1}, {949, "\xB0\xA1", 2}, {950, "\xA4\x40", 2}, {950, "\x80\x40", 1},
     };
-    for (const auto& c : cases) {
-        const char* next = gOsl.text->CharNextExA(c.page, c.text, 0);
-        EXPECT_EQ(next - c.text, c.step) << "CharNextExA(" << c.page << ", " << Hex(c.text) << ")";
-    }
-}
-
-TEST(OslText, CharPrevExFindsTheStartOfTheCharacterBefore) {
+    for (const auto& r : rows)
+        EXPECT_EQ(gOsl.text->CharNextExA(r.page, r.text, 0) - r.text, r.step) << "CharNextExA(" << r.page << ", " << Hex(r.text) << ")";
     const char s[] = "a\x88\x9F" "b";
-    EXPECT_EQ(gOsl.text->CharPrevExA(932, s, s + 3, 0), s + 1) << "before b: the lead byte of 88 9F";
-    EXPECT_EQ(gOsl.text->CharPrevExA(932, s, s + 1, 0), s) << "before 88 9F: a";
-    EXPECT_EQ(gOsl.text->CharPrevExA(932, s, s, 0), s) << "at the start";
+    for (int at : {0, 1, 3, 4}) // before b is the lead byte of 88 9F, before it a, and the start stays
+        EXPECT_EQ(gOsl.text->CharPrevExA(932, s, s + at, 0) - s, at == 4 ? 3 : at == 3 ? 1 : 0) << "CharPrevExA(932, S, S + " << at << ")";
 }
 
-TEST(OslText, ScriptedPageStepsAndChangesCaseOfSingleBytesOnly) {
-    const struct {
-        UINT page;
-        const char* text;
-        const char* upper;
-        const char* lower;
-    } cases[] = {
-        {932, "ab\x82" "a\xA1z", "AB\x82" "a\xA1Z", "ab\x82" "a\xA1z"},
-        {936, "\xA3" "a" "Q", "\xA3" "aQ", "\xA3" "aq"},
-        {1252, "a\xE0Z\xC0", "A\xC0Z\xC0", "a\xE0z\xE0"},
-        {1255, "a\xE0", "A\xE0", "a\xE0"},
+// On 1252 the accented letters change case too, but not the multiplication and
+// division signs nor sharp s; other pages change ASCII letters only.
+TEST(OslText, ScriptedPageChangesCaseOfSingleBytesOnly) {
+    const struct { UINT page; const char* text; const char* upper; const char* lower; } rows[] = {
+        {932, "ab\x82" "a\xA1z", "AB\x82" "a\xA1Z", "ab\x82" "a\xA1z"}, {936, "\xA3" "a" "Q", "\xA3" "aQ", "\xA3" "aq"},
+        {1252, "`az{@AZ[\xBF\xC0\xD7\xDE\xDF\xE0\xF7\xFE", "`AZ{@AZ[\xBF\xC0\xD7\xDE\xDF\xC0\xF7\xDE",
+         "`az{@az[\xBF\xE0\xD7\xFE\xDF\xE0\xF7\xFE"},
+        {1255, "a\xE0\xC0", "A\xE0\xC0", "a\xE0\xC0"},
     };
-    for (const auto& c : cases) {
-        ScriptedText page(c.page);
-        std::string up = c.text, low = c.text;
-        gOsl.text->CharUpperA(up.data());
-        gOsl.text->CharLowerA(low.data());
-        EXPECT_EQ(Hex(up), Hex(c.upper)) << "CharUpperA(" << Hex(c.text) << ") under " << c.page;
-        EXPECT_EQ(Hex(low), Hex(c.lower)) << "CharLowerA(" << Hex(c.text) << ") under " << c.page;
-        EXPECT_EQ(gOsl.text->GetACP(), c.page);
-        EXPECT_EQ(gOsl.text->IsDBCSLeadByte(0x88), c.page == 932 || c.page == 936) << "IsDBCSLeadByte(88) under " << c.page;
+    for (const auto& r : rows) {
+        ScriptedText page(r.page);
+        std::string up = r.text, low = r.text, part = r.text;
+        gOsl.text->CharUpperBuffA(part.data(), 1), gOsl.text->CharUpperA(up.data()), gOsl.text->CharLowerA(low.data());
+        EXPECT_EQ(Hex(up), Hex(r.upper)) << "CharUpperA(" << Hex(r.text) << ") under " << r.page;
+        EXPECT_EQ(Hex(low), Hex(r.lower)) << "CharLowerA(" << Hex(r.text) << ") under " << r.page;
+        EXPECT_EQ(Hex(part), Hex(r.upper[0] + std::string(r.text + 1))) << "CharUpperBuffA(" << Hex(r.text) << ", 1) under " << r.page;
+        EXPECT_EQ(gOsl.text->GetACP(), r.page);
+        EXPECT_EQ(gOsl.text->IsDBCSLeadByte(0x88), r.page == 932 || r.page == 936) << "IsDBCSLeadByte(88) under " << r.page;
     }
+}
+
+// The string family on the system's own code page and language, with no
+// scripted service: the suite runs once as the machine is set up and once
+// more under a Japanese locale (tests/CMakeLists.txt), where the platform's
+// CharNextA walks Shift-JIS.
+TEST(IntlSystem, StringsFollowTheSystemCodePage) {
+    UINT acp = gOsl.text->GetACP();
+    bool db = acp == 932 || acp == 936 || acp == 949 || acp == 950;
+    LANGID primary = gOsl.system->GetSystemDefaultLangID() & 0x3FF; // a double-byte page goes with a double-byte language
+    ASSERT_EQ(db, primary == 0x04 || primary == 0x11 || primary == 0x12) << "code page " << acp << ", language 0x" << std::hex << primary;
+    char s[] = INTL_S, tail[] = "a\x88", dst[16], full[16];
+    EXPECT_EQ(IntlDBCSEnabled(), int(db)) << "IntlDBCSEnabled under code page " << acp;
+    EXPECT_EQ(IntlStrLen(s), db ? 5 : 7) << "IntlStrLen(S) under code page " << acp;
+    EXPECT_EQ(Hex((IntlStrLeftB(dst, s, 2), dst)), Hex(db ? "a " : "a\x88")) << "IntlStrLeftB(S, 2) under code page " << acp;
+    EXPECT_EQ(Hex((IntlStrRightB(dst, s, 5), dst)), Hex(db ? " b\x88\x9F" "c" : "\x9F" "b\x88\x9F" "c")) << "IntlStrRightB(S, 5)";
+    EXPECT_EQ(IntlIsNthByteDB(s, 2), db ? 2 : 0) << "IntlIsNthByteDB(S, 2) under code page " << acp;
+    EXPECT_EQ(IntlStrScan(s, const_cast<char*>("b")), db ? 2 : 3) << "IntlStrScan(S, b) under code page " << acp;
+    EXPECT_EQ(IntlStrLen(tail), 2) << "a trailing lead byte is one character, code page " << acp;
+    char kana[] = "\xB6\xDE"; // under a Japanese system, the voiced ka
+    EXPECT_EQ(acp == 932 ? (IntlStrJapanFull(full, kana), Hex(full)) : "83 4B", "83 4B") << "IntlStrJapanFull(B6 DE) under code page 932";
 }
 
 } // namespace
