@@ -26,50 +26,31 @@
 
 namespace {
 
+// The library loaded by name, as a host loads it; unloaded with the object.
 class Module {
 public:
-    Module() {
 #ifdef _WIN32
-        m_handle = LoadLibraryA(OXL_MODULE_PATH);
+    Module() : m_handle(LoadLibraryA(OXL_MODULE_PATH)) {}
+    void Unload() { m_handle = m_handle ? (FreeLibrary(static_cast<HMODULE>(m_handle)), nullptr) : nullptr; }
+    void* Find(const char* name) const { return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(m_handle), name)); }
+    HMODULE Handle() const { return static_cast<HMODULE>(m_handle); }
 #else
-        m_handle = dlopen("./" OXL_MODULE_PATH, RTLD_NOW | RTLD_LOCAL);
-#endif
-    }
-    ~Module() { Unload(); }
-    void Unload() {
-        if (!m_handle) return;
-#ifdef _WIN32
-        FreeLibrary(static_cast<HMODULE>(m_handle));
-#else
-        dlclose(m_handle);
-#endif
-        m_handle = nullptr;
-    }
-    bool Loaded() const { return m_handle != nullptr; }
-    // The module as the library's own functions know it: on Linux any
-    // address inside it.
+    Module() : m_handle(dlopen("./" OXL_MODULE_PATH, RTLD_NOW | RTLD_LOCAL)) {}
+    void Unload() { m_handle = m_handle ? (dlclose(m_handle), nullptr) : nullptr; }
+    void* Find(const char* name) const { return dlsym(m_handle, name); }
+    // The module as the library's own functions know it: any address inside it.
     HMODULE Handle() const {
-#ifdef _WIN32
-        return static_cast<HMODULE>(m_handle);
-#else
         Dl_info info;
         return dladdr(Find("VERGetVersionString"), &info) ? static_cast<HMODULE>(info.dli_fbase) : nullptr;
-#endif
     }
-    void* Find(const char* name) const {
-#ifdef _WIN32
-        return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(m_handle), name));
-#else
-        return dlsym(m_handle, name);
 #endif
-    }
+    ~Module() { Unload(); }
+    bool Loaded() const { return m_handle != nullptr; }
     template <class F>
-    F* Fn(const char* name) const {
-        return reinterpret_cast<F*>(Find(name));
-    }
+    F* Fn(const char* name) const { return reinterpret_cast<F*>(Find(name)); }
 
 private:
-    void* m_handle = nullptr;
+    void* m_handle;
 };
 
 #if defined(__has_feature)
@@ -95,40 +76,19 @@ TEST(Module, ExportsEveryNameUndecorated) {
     ASSERT_TRUE(m.Loaded()) << "loading " OXL_MODULE_PATH;
     std::ifstream def("oxlrt31.def"); // copied beside the module by the build
     ASSERT_TRUE(def) << "reading oxlrt31.def";
-    std::string line;
-    bool inExports = false;
     int names = 0;
-    while (std::getline(def, line)) {
-        std::istringstream words(line);
+    for (std::string name, rest; def >> name && name != "EXPORTS";) std::getline(def, rest);
+    for (std::string line; std::getline(def, line);) {
         std::string name;
-        if (!(words >> name) || name[0] == ';') continue;
-        if (name == "EXPORTS") {
-            inExports = true;
-        } else if (inExports) {
-            ++names;
-            EXPECT_NE(m.Find(name.c_str()), nullptr) << "GetProcAddress/dlsym of export " << name;
-        }
+        if (!(std::istringstream(line) >> name) || name[0] == ';') continue;
+        ++names;
+        EXPECT_NE(m.Find(name.c_str()), nullptr) << "GetProcAddress/dlsym of export " << name;
     }
     EXPECT_GT(names, 100) << "names read from oxlrt31.def";
 }
 
-// A host's round of the number family through the exports: text in,
-// arithmetic, text out.
-TEST(Module, NumbersThroughTheExports) {
-    Module m;
-    ASSERT_TRUE(m.Loaded());
-    tagNUMBER a, b, q;
-    char one[] = "1", three[] = "  3e0", text[32];
-    EXPECT_EQ(FN(m, NumAsciiToNumber)(&a, one), 1);
-    EXPECT_EQ(FN(m, NumAsciiToNumber)(&b, three), 5);
-    EXPECT_EQ(FN(m, NumDivide)(&q, &a, &b), 24);
-    EXPECT_EQ(FN(m, NumToAscii)(&q, text, 10), 10);
-    EXPECT_STREQ(text, ".333333333");
-    LONG reply = 7;
-    EXPECT_EQ(FN(m, NumToLongReply)(&b, &reply), 3);
-    EXPECT_EQ(reply, 0);
-}
-
+// Each load starts the slots afresh; a thread that ends while the library is
+// loaded has its items destroyed by the thread-exit notification.
 TEST(Module, LoadsUnloadsAndLoadsAgainWithTheSameSlots) {
     for (int round = 0; round < 2; ++round) {
         Module m;
@@ -137,28 +97,14 @@ TEST(Module, LoadsUnloadsAndLoadsAgainWithTheSameSlots) {
         ASSERT_NE(mainPtr, nullptr);
         EXPECT_EQ(*mainPtr, m.Find("gCRMainSect")) << "gpCRSECTMain points at gCRMainSect";
         EXPECT_EQ(FN(m, CR_LockCount)(*mainPtr), 0);
-        EXPECT_EQ(FN(m, TLS_AllocIndex)(), 103) << "a host's first slot, round " << round;
+        int index = FN(m, TLS_AllocIndex)();
+        EXPECT_EQ(index, 103) << "a host's first slot, round " << round;
         EXPECT_EQ(FN(m, TLS_AllocIndex)(), 104);
-        tagNUMBER n;
-        FN(m, NumCreateSmall)(&n, -1);
-        EXPECT_EQ(FN(m, NumNegate)(&n), 2);
+        auto setItem = FN(m, TLS_SetItem);
+        gDestroyed = 0;
+        for (int i = 0; i < 3; ++i) std::thread([&] { setItem(index, &gDestroyed, countDestroy), setItem(7, &gDestroyed, countDestroy); }).join();
+        EXPECT_EQ(gDestroyed, 6) << "items destroyed by the thread-exit notification, round " << round;
     }
-}
-
-TEST(Module, AThreadThatEndsFreesItsItems) {
-    Module m;
-    ASSERT_TRUE(m.Loaded());
-    int index = FN(m, TLS_AllocIndex)();
-    auto setItem = FN(m, TLS_SetItem);
-    gDestroyed = 0;
-    for (int i = 0; i < 3; ++i) {
-        std::thread t([&] {
-            setItem(index, &gDestroyed, countDestroy);
-            setItem(7, &gDestroyed, countDestroy);
-        });
-        t.join();
-    }
-    EXPECT_EQ(gDestroyed, 6) << "items destroyed by the thread-exit notification";
 }
 
 TEST(Module, ItemsOfAThreadStillRunningAtUnloadAreLeftAlone) {
