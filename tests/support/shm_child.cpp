@@ -57,7 +57,12 @@ bool Intact(const Live& b) {
 // Each block is filled with a byte of its own and looked at again before it
 // goes back: another process writing into it, or a block handed out twice,
 // shows.
-int Stress(unsigned rounds, unsigned seed) {
+int Stress(char* view, unsigned rounds, unsigned seed) {
+    // Word 1 of the mailbox counts the children ready; word 2 says go, so
+    // that all of them run at once.
+    auto* mailbox = reinterpret_cast<uint32_t*>(view + kMailbox);
+    __atomic_add_fetch(&mailbox[1], 1, __ATOMIC_SEQ_CST);
+    for (int i = 0; i < 30000 && !__atomic_load_n(&mailbox[2], __ATOMIC_SEQ_CST); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     std::mt19937 random(seed);
     std::vector<Live> live;
     for (unsigned round = 0; round < rounds; ++round) {
@@ -107,7 +112,7 @@ int main(int argc, char** argv) {
     int code = 2;
     if (action == "fill" && argc == 6) code = Fill(unsigned(std::atoi(argv[4])), uint32_t(std::strtoul(argv[5], nullptr, 0)));
     else if (action == "hold") code = Hold(view);
-    else if (action == "stress" && argc == 6) code = Stress(unsigned(std::atoi(argv[4])), unsigned(std::atoi(argv[5])));
+    else if (action == "stress" && argc == 6) code = Stress(view, unsigned(std::atoi(argv[4])), unsigned(std::atoi(argv[5])));
     MemSharedTerminate();
     return code;
 }

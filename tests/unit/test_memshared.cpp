@@ -429,10 +429,14 @@ TEST_F(SharedHeapProcesses, AMutexOfAKilledProcessIsTakenOver) {
 // Processes allocating and freeing side by side, each checking that its
 // blocks come back as it left them; then nothing is left but the mailbox,
 // and the free blocks have merged into one that ends where the heap's
-// untouched part begins. Without the mutex, 4 x 20000 rounds collide.
+// untouched part begins. The children start their rounds together, so that
+// without the mutex 4 x 100000 rounds collide.
 TEST_F(SharedHeapProcesses, ProcessesSideBySideKeepTheHeapSound) {
     std::vector<std::unique_ptr<ChildProcess>> children;
-    for (int i = 0; i < 4; ++i) children.push_back(Start({"stress", "20000", std::to_string(i + 1)}));
+    for (int i = 0; i < 4; ++i) children.push_back(Start({"stress", "100000", std::to_string(i + 1)}));
+    auto* mailbox = const_cast<uint32_t*>(m_mailbox); // word 1: children ready, word 2: go
+    for (int i = 0; i < 30000 && __atomic_load_n(&mailbox[1], __ATOMIC_SEQ_CST) < 4; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    __atomic_store_n(&mailbox[2], 1, __ATOMIC_SEQ_CST);
     for (size_t i = 0; i < children.size(); ++i) EXPECT_EQ(children[i]->Wait(300000), 0) << "stress child " << i + 1;
     EXPECT_EQ(MemSharedCheckAll(), 1);
     uint32_t freeHead = Word(m_base + FREE);
