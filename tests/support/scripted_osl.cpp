@@ -79,11 +79,7 @@ BOOL verQuery(LPVOID, LPCSTR path, LPVOID* value, UINT* length) {
     return 0;
 }
 
-struct WindowScript {
-    OslWindowService table;
-    HWND active;
-    std::vector<ScriptedWindow::Box> boxes;
-} sWindow;
+struct WindowScript { OslWindowService table; HWND active; std::vector<ScriptedWindow::Box> boxes; } sWindow;
 
 int WINAPI messageBox(HWND owner, LPCSTR text, LPCSTR caption, UINT style) {
     sWindow.boxes.push_back({owner, text ? text : "(null)", caption ? caption : "(null)", style});
@@ -91,21 +87,13 @@ int WINAPI messageBox(HWND owner, LPCSTR text, LPCSTR caption, UINT style) {
 }
 HWND WINAPI activeWindow() { return sWindow.active; }
 
-struct SystemScript {
-    OslSystemService table;
-    LANGID lang;
-    LCID lcid;
-    DWORD platform;
-} sSystem;
+struct SystemScript { OslSystemService table; LANGID lang; LCID lcid; DWORD platform; } sSystem;
 
 LANGID WINAPI langOf() { return sSystem.lang; }
 LCID WINAPI lcidOf() { return sSystem.lcid; }
 DWORD platformOf() { return sSystem.platform; }
 
-struct TextScript {
-    OslTextService table;
-    UINT page;
-} sText;
+struct TextScript { OslTextService table; UINT page; } sText;
 
 UINT pageOf(WORD codePage) { return codePage ? codePage : sText.page; }
 UINT WINAPI acp() { return sText.page; }

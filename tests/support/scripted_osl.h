@@ -44,11 +44,7 @@ private:
 // values by query path. What was asked is recorded.
 class ScriptedVersion {
 public:
-    struct Script {
-        std::string file;
-        bool hasResource, readable;
-        std::vector<std::pair<std::string, std::string>> values;
-    };
+    struct Script { std::string file; bool hasResource, readable; std::vector<std::pair<std::string, std::string>> values; };
     explicit ScriptedVersion(Script script);
     ~ScriptedVersion();
     HMODULE AskedModule() const;
@@ -63,11 +59,7 @@ private:
 // with IDOK; the active window is `active`.
 class ScriptedWindow {
 public:
-    struct Box {
-        HWND owner;
-        std::string text, caption;
-        UINT style;
-    };
+    struct Box { HWND owner; std::string text, caption; UINT style; };
     explicit ScriptedWindow(HWND active);
     ~ScriptedWindow();
     const std::vector<Box>& Boxes() const;

@@ -78,12 +78,7 @@ TEST(ARYArrayLock, AnIndexOutsideTheArrayLeavesTheLockCountAlone) {
 // Insertion adds a zero element at the index, or at the end for any index
 // outside 0 to count; deletion takes the element at the index, or the last.
 TEST(ARYArray, InsertAndDelete) {
-    const struct {
-        bool insert;
-        Values before;
-        LONG index;
-        Values after;
-    } rows[] = {
+    const struct { bool insert; Values before; LONG index; Values after; } rows[] = {
         {true, {10, 11, 12}, 0, {0, 10, 11, 12}},  {true, {10, 11, 12}, 1, {10, 0, 11, 12}}, {true, {10, 11, 12}, 2, {10, 11, 0, 12}},
         {true, {10, 11, 12}, 3, {10, 11, 12, 0}},  {true, {10, 11, 12}, -1, {10, 11, 12, 0}}, {true, {10, 11, 12}, 99, {10, 11, 12, 0}},
         {true, {}, 5, {0}},                        {false, {10, 11, 12}, 0, {11, 12}},       {false, {10, 11, 12}, 1, {10, 12}},

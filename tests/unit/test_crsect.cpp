@@ -14,10 +14,7 @@ namespace {
 
 TEST(CRSect, UnwindAndRewindByDepth) {
     // depth held, what CR_Unwind gives, the depth CR_Rewind is given, the depth after it
-    const struct {
-        int held;
-        long rewind, after;
-    } rows[] = {{0, 0, 0}, {1, 1, 1}, {3, 3, 3}, {0, -1, 0}, {0, -100, 0}, {2, 5, 5}};
+    const struct { int held; long rewind, after; } rows[] = {{0, 0, 0}, {1, 1, 1}, {3, 3, 3}, {0, -1, 0}, {0, -100, 0}, {2, 5, 5}};
     for (const auto& r : rows) {
         CRSect region;
         CR_SECT* p = region.Get();

@@ -13,11 +13,7 @@ namespace {
 // characters cut, whatever they are, and the line run on behind in %d.
 TEST(AssertBox, TextCaptionStyleAndOwner) {
     std::string longName(300, 'n');
-    const struct {
-        const char* file;
-        DWORD line;
-        std::string text;
-    } cases[] = {
+    const struct { const char* file; DWORD line; std::string text; } cases[] = {
         {"format.xx", 120, "Internal Error: format.120"},
         {"mem.cpp", 7, "Internal Error: mem.c7"},
         {"a", 0, "Internal Error:0"},

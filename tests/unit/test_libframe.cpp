@@ -29,12 +29,7 @@ TEST(LibFrame, LoadHasRunAndASecondAttachLeavesItAlone) {
 }
 
 TEST(IntlInit, EnvironmentFollowsTheLanguages) {
-    const struct {
-        LANGID system;
-        LCID user;
-        int dbcs, language, bidi;
-        WORD primary;
-    } cases[] = {
+    const struct { LANGID system; LCID user; int dbcs, language, bidi; WORD primary; } cases[] = {
         {0x0409, 0x0409, 0, 0, 0, 0x09},  // English
         {0x0411, 0x0411, 1, 1, 0, 0x11},  // Japanese
         {0x0804, 0x0804, 1, 2, 0, 0x04},  // Chinese, PRC

@@ -22,9 +22,7 @@ DWORD nonZero(const unsigned char* p, DWORD from, DWORD to) {
 // that a reused block would show. Otherwise MemRealloc of a block of `from`
 // bytes, each holding a byte of its own: the old bytes stay, the new are zero.
 TEST(Mem, BlocksHaveTheSizeAskedAndComeZeroed) {
-    const struct {
-        DWORD from, to;
-    } rows[] = {{0, 1}, {0, 16}, {0, 4096}, {0, 100000}, {16, 64}, {64, 16}, {1, 100000}, {100, 100}};
+    const struct { DWORD from, to; } rows[] = {{0, 1}, {0, 16}, {0, 4096}, {0, 100000}, {16, 64}, {64, 16}, {1, 100000}, {100, 100}};
     for (const auto& r : rows) {
         std::ostringstream call;
         call << (r.from ? "MemRealloc(block of " : "MemAlloc(") << (r.from ? std::to_string(r.from) + ", " : "") << r.to << ")";

@@ -87,10 +87,7 @@ TEST_F(SharedHeap, FormatOfTheHeaderAndOfBlocks) {
     EXPECT_EQ(std::memcmp(m_view, sigBytes, 4), 0) << "signature A is stored little-endian";
     uint32_t p = Alloc(100), b = p - 20;
     ASSERT_EQ(p, base + 52) << "MemSharedAlloc(100) in a fresh heap";
-    const struct {
-        uint32_t at, want;
-        const char* what;
-    } words[] = {
+    const struct { uint32_t at, want; const char* what; } words[] = {
         {base, kSigA, "heap's signature A"}, {base + SIZE, kHeap, "heap's size"}, {base + BASE, base, "heap's base"},
         {base + NEXT, base + 160, "heap's next"}, {base + END, base + kHeap, "heap's end"}, {base + 28, kSigB, "heap's signature B"},
         {base + USED, b, "used list"}, {base + FREE, 0, "free list"}, {b, kSigA, "head signature A"},
@@ -102,9 +99,7 @@ TEST_F(SharedHeap, FormatOfTheHeaderAndOfBlocks) {
     // Lists insert at the head: the newest block first, the oldest last.
     uint32_t c = Alloc(10) - 20, d = Alloc(10) - 20;
     EXPECT_EQ(Header(USED), d) << "the newest block heads the used list";
-    const struct {
-        uint32_t block, next, prev;
-    } links[] = {{d, c, b}, {c, b, d}, {b, d, c}};
+    const struct { uint32_t block, next, prev; } links[] = {{d, c, b}, {c, b, d}, {b, d, c}};
     for (const auto& l : links) {
         EXPECT_EQ(Word(l.block + 4), l.next) << "next of block at base + " << l.block - base;
         EXPECT_EQ(Word(l.block + 8), l.prev) << "prev of block at base + " << l.block - base;
@@ -263,11 +258,7 @@ TEST(SharedMutex, AnAbandonedMutexIsTakenOver) {
 // The waits and their results, scripted: what MemAcquireMutex makes of each
 // result, how many levels the caller is left holding, and the time limits.
 TEST(SharedMutex, WaitResults) {
-    const struct {
-        std::vector<DWORD> waits;
-        int result, levels;
-        std::vector<DWORD> limits;
-    } cases[] = {
+    const struct { std::vector<DWORD> waits; int result, levels; std::vector<DWORD> limits; } cases[] = {
         {{WAIT_OBJECT_0}, 1, 1, {20000}},
         {{WAIT_ABANDONED, WAIT_OBJECT_0}, 1, 1, {20000, 10000}},
         {{WAIT_ABANDONED, WAIT_TIMEOUT}, 0, 0, {20000, 10000}},
@@ -335,10 +326,7 @@ TEST(SharedMutex, FailuresUnderneath) {
 // and closed, leaving *created as it was.
 TEST(SharedBlock, MappedAtTheOneAddressOfThePlatform) {
     ScriptedShared shared({SharedSuffix()});
-    const struct {
-        DWORD platform;
-        uintptr_t at;
-    } cases[] = {
+    const struct { DWORD platform; uintptr_t at; } cases[] = {
         {VER_PLATFORM_WIN32_NT, 0x40000000},
 #ifndef OXL_ASAN
         {1, 0xA0000000},
