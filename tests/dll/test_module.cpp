@@ -116,61 +116,49 @@ TEST(Module, ItemsOfAThreadStillRunningAtUnloadAreLeftAlone) {
     std::mutex lock;
     std::condition_variable changed;
     bool stored = false, unloaded = false;
+    auto say = [&](bool& what) { std::lock_guard<std::mutex> g(lock); what = true, changed.notify_all(); };
+    auto await = [&](bool& what) { std::unique_lock<std::mutex> g(lock); changed.wait(g, [&] { return what; }); };
     std::thread t([&] {
         // The thread's block outlives the library by design: nobody is left
         // to free it. The leak checker is told so; nothing else is hidden.
         IgnoreLeaksOnThisThread();
         setItem(index, &gDestroyed, countDestroy);
-        std::unique_lock<std::mutex> g(lock);
-        stored = true;
-        changed.notify_all();
-        changed.wait(g, [&] { return unloaded; });
+        say(stored), await(unloaded);
     });
-    {
-        std::unique_lock<std::mutex> g(lock);
-        changed.wait(g, [&] { return stored; });
-    }
+    await(stored);
     m->Unload();
     EXPECT_EQ(gDestroyed, 0) << "unload destroyed another thread's item";
-    {
-        std::lock_guard<std::mutex> g(lock);
-        unloaded = true;
-        changed.notify_all();
-    }
+    say(unloaded);
     t.join();
     EXPECT_EQ(gDestroyed, 0) << "the ended thread reached an unloaded library";
     Module again;
     EXPECT_EQ(FN(again, TLS_AllocIndex)(), 103);
 }
 
-TEST(Module, VersionStringsAreThoseOfTheBuild) {
+// The library's own strings are those of the build; the test program has
+// none and its buffer is left alone; a module whose version resource has only
+// the English/Windows Latin translation still gives both.
+TEST(Module, VersionStringsOfRealModules) {
     Module m;
     ASSERT_TRUE(m.Loaded());
-    char product[64] = "", build[64] = "", untouched[16] = "untouched";
-    EXPECT_EQ(FN(m, VERGetVersionString)(m.Handle(), product), 1) << "VERGetVersionString(the library)";
-    EXPECT_STREQ(product, OXL_PRODUCT_VERSION);
-    EXPECT_EQ(FN(m, VERGetBuildString)(m.Handle(), build), 1) << "VERGetBuildString(the library)";
-    EXPECT_STREQ(build, OXL_FILE_VERSION);
-    EXPECT_EQ(FN(m, VERGetVersionString)(nullptr, untouched), 0) << "VERGetVersionString(the test program)";
-    EXPECT_STREQ(untouched, "untouched") << "VERGetVersionString(the test program)";
+    const struct { const char* what; HMODULE module; const char *product, *build; } rows[] = {
+        {"the library", m.Handle(), OXL_PRODUCT_VERSION, OXL_FILE_VERSION},
+        {"the test program", nullptr, "untouched", "untouched"},
+#ifdef _WIN32
+        {"oxl_latin_only", LoadLibraryA("oxl_latin_only.dll"), "4.3.2-latin", "4.3.2.1-latin"},
+#endif
+    };
+    for (const auto& r : rows) {
+        char product[64] = "untouched", build[64] = "untouched";
+        int found = std::string(r.product) != "untouched";
+        EXPECT_EQ(FN(m, VERGetVersionString)(r.module, product), found) << "VERGetVersionString(" << r.what << ")";
+        EXPECT_STREQ(product, r.product) << "VERGetVersionString(" << r.what << ")";
+        EXPECT_EQ(FN(m, VERGetBuildString)(r.module, build), found) << "VERGetBuildString(" << r.what << ")";
+        EXPECT_STREQ(build, r.build) << "VERGetBuildString(" << r.what << ")";
+    }
 }
 
 #ifdef _WIN32
-// A real module whose version resource has only the English/Windows Latin
-// translation: both strings still come from it.
-TEST(Module, VersionStringsOfAModuleWithOnlyTheLatinTranslation) {
-    Module m;
-    ASSERT_TRUE(m.Loaded());
-    HMODULE latin = LoadLibraryA("oxl_latin_only.dll");
-    ASSERT_NE(latin, nullptr) << "LoadLibraryA(oxl_latin_only.dll)";
-    char product[64] = "", build[64] = "";
-    EXPECT_EQ(FN(m, VERGetVersionString)(latin, product), 1) << "VERGetVersionString(oxl_latin_only)";
-    EXPECT_STREQ(product, "4.3.2-latin");
-    EXPECT_EQ(FN(m, VERGetBuildString)(latin, build), 1) << "VERGetBuildString(oxl_latin_only)";
-    EXPECT_STREQ(build, "4.3.2.1-latin");
-    FreeLibrary(latin);
-}
-
 // A real box: found by its caption, read, and closed as a user would.
 TEST(Module, AssertBoxShowsASystemModalBoxUntilItIsClosed) {
     auto* m = new Module;
