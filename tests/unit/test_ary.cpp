@@ -37,11 +37,8 @@ HGLOBAL make(const Values& v) {
 SIZE_T blockSize(HGLOBAL a) { return gOsl.memory->GlobalSize(a); }
 
 TEST(ARYArrayAlloc, Shapes) {
-    const struct {
-        LONG size, count;
-        bool valid;
-        DWORD sizeWord; // low half: the element size, high half: the count, each cut to 16 bits
-    } cases[] = {
+    // sizeWord: low half: the element size, high half: the count, each cut to 16 bits
+    const struct { LONG size, count; bool valid; DWORD sizeWord; } cases[] = {
         {0, 5, false, 0},          {-1, 5, false, 0},        {4, -1, false, 0},
         {0x40000000, 8, false, 0}, {4, 0, true, 0x00000004}, {8, 3, true, 0x00030008},
         {3, 7, true, 0x00070003},  {1, 70000, true, 0x11700001}, {0x10005, 2, true, 0x00020005},

@@ -52,13 +52,10 @@ TEST(VERGetVersionString, ReadsTheFirstTranslationThatHasTheValue) {
     const Values both = {{kB0Product, "P-b0"}, {kE4Product, "P-E4"}, {kB0File, "F-b0"}, {kE4File, "F-E4"}};
     const Values latinOnly = {{kE4Product, "P-E4"}, {kE4File, "F-E4"}};
     const Values other = {{"\\StringFileInfo\\040704b0\\ProductVersion", "de"}, {"\\StringFileInfo\\040704b0\\FileVersion", "de"}};
-    const struct {
-        const char* what;
-        ScriptedVersion::Script script;
-        int failAlloc;               // ScriptedHeap: the allocation that fails first
-        const char *product, *build; // null: 0 and the buffer untouched
-        size_t queries;              // VerQueryValueA calls
-    } cases[] = {
+    // failAlloc: the allocation that fails first, 0 none
+    // product, build: the strings, or null for a result of 0 and the buffer untouched
+    // queries: VerQueryValueA calls
+    const struct { const char* what; ScriptedVersion::Script script; int failAlloc; const char *product, *build; size_t queries; } cases[] = {
         {"both translations", {"C:\\m.dll", true, true, both}, 0, "P-b0", "F-b0", 1},
         {"only 040904E4", {"C:\\m.dll", true, true, latinOnly}, 0, "P-E4", "F-E4", 2},
         {"neither translation", {"C:\\m.dll", true, true, other}, 0, nullptr, nullptr, 2},

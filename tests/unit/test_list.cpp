@@ -32,11 +32,8 @@ List* make(std::vector<LONG> values) {
 TEST(List, IndexFromTheHead) {
     List* list = make({10, -11, 12});
     List* empty = make({});
-    const struct {
-        List* list;
-        LONG index;
-        const char* gives; // the node's value, or null
-    } cases[] = {{list, 0, "10"}, {list, 1, "-11"}, {list, 2, "12"}, {list, 3, "null"},
+    // gives: the node's value, or null
+    const struct { List* list; LONG index; const char* gives; } cases[] = {{list, 0, "10"}, {list, 1, "-11"}, {list, 2, "12"}, {list, 3, "null"},
                  {list, -1, "null"}, {empty, 0, "null"}, {nullptr, 0, "null"}};
     for (const auto& c : cases) {
         Node* n = ListIndexNode(c.list, c.index);

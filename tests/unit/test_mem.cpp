@@ -44,12 +44,7 @@ TEST(Mem, BlocksHaveTheSizeAskedAndComeZeroed) {
 // Null and zero arguments: what comes back, and how many blocks the heap
 // saw made and freed on the way.
 TEST(Mem, NullAndZeroArguments) {
-    const struct {
-        const char* call;
-        std::function<void*()> run;
-        bool gives;
-        int heapAttempts, frees;
-    } rows[] = {
+    const struct { const char* call; std::function<void*()> run; bool gives; int heapAttempts, frees; } rows[] = {
         {"MemAlloc(0)", [] { return MemAlloc(0); }, false, 0, 0},
         {"MemRealloc(null, 0)", [] { return MemRealloc(nullptr, 0); }, false, 0, 0},
         {"MemRealloc(null, 16)", [] { return MemRealloc(nullptr, 16); }, true, 1, 0},
@@ -93,10 +88,8 @@ TEST(Mem, AnExhaustedHeapGivesNullAndLosesNothing) {
 // caller did, and with no region at all while gpCRSECTMain is null (in a
 // static initialiser or finaliser).
 TEST(Mem, HeapCallsRunUnderTheMainRegion) {
-    const struct {
-        const char* call; // each ends in the call named; what it gives back is freed afterwards
-        void* (*run)();
-    } calls[] = {
+    // call: each ends in the call named; what it gives back is freed afterwards
+    const struct { const char* call; void* (*run)(); } calls[] = {
         {"MemAlloc", [] { return MemAlloc(8); }},
         {"MemRealloc", [] { return MemRealloc(MemAlloc(8), 24); }},
         {"MemSize", [] { void* p = MemAlloc(8); return MemSize(p), p; }},

@@ -111,19 +111,14 @@ TEST_F(SharedHeap, FormatOfTheHeaderAndOfBlocks) {
 // with a free neighbour on either side; freeing the last block in use
 // resets the heap.
 TEST_F(SharedHeap, FreedBlocksMergeWithTheirNeighbours) {
-    const struct {
-        const char* frees;
-        bool keepD;
-        std::vector<std::pair<char, uint32_t>> freeList; // from the head: block, payload
-    } rows[] = {
+    // freeList: from the head, block and payload
+    const struct { const char* frees; bool keepD; std::vector<std::pair<char, uint32_t>> freeList; } rows[] = {
         {"BA", true, {{'A', 228}}},        {"AB", true, {{'A', 228}}},  {"CB", true, {{'B', 228}}},
         {"AC", true, {{'C', 100}, {'A', 100}}}, {"ACB", true, {{'A', 356}}}, {"CAB", true, {{'A', 356}}},
         {"B", false, {{'B', 100}}},        {"BAC", false, {}},           {"CAB", false, {}},
     };
     for (const auto& r : rows) {
-        uint32_t payload[4];
-        for (int i = 0; i < (r.keepD ? 4 : 3); ++i) payload[i] = Alloc(100);
-        if (!r.keepD) payload[3] = 0;
+        uint32_t payload[4] = {Alloc(100), Alloc(100), Alloc(100), r.keepD ? Alloc(100) : 0};
         for (const char* f = r.frees; *f; ++f) Free(payload[*f - 'A']);
         std::vector<std::pair<char, uint32_t>> got;
         for (auto& [at, size] : FreeList()) got.emplace_back(char('A' + (at - base - 32) / 128), size);
@@ -140,11 +135,8 @@ TEST_F(SharedHeap, FreedBlocksMergeWithTheirNeighbours) {
 // A free block of payload 100 and requests around it: taken whole, skipped
 // for a remainder of 1 to 40, split beyond.
 TEST_F(SharedHeap, FirstFitWithASplitThreshold) {
-    const struct {
-        DWORD size;
-        bool fromFree;
-        uint32_t remainder; // payload of the free block left after a split, 0 for none
-    } cases[] = {{100, true, 0}, {99, false, 0}, {90, false, 0}, {60, false, 0}, {59, true, 13}, {1, true, 71}};
+    // remainder: payload of the free block left after a split, 0 for none
+    const struct { DWORD size; bool fromFree; uint32_t remainder; } cases[] = {{100, true, 0}, {99, false, 0}, {90, false, 0}, {60, false, 0}, {59, true, 13}, {1, true, 71}};
     for (const auto& c : cases) {
         uint32_t x = Alloc(100), keep = Alloc(1);
         auto* bytes = static_cast<unsigned char*>(Ptr(x));
@@ -207,10 +199,7 @@ TEST_F(SharedHeap, BadFreesChangeNothing) {
     Alloc(100);
     Free(a);
     auto before = Bytes();
-    const struct {
-        const char* what;
-        uintptr_t payload;
-    } cases[] = {{"a block freed twice", a}, {"the middle of a payload", b + 8}, {"null", 0},
+    const struct { const char* what; uintptr_t payload; } cases[] = {{"a block freed twice", a}, {"the middle of a payload", b + 8}, {"null", 0},
                  {"the heap's header", base + 20}, {"beyond the heap", base + 4000}, {"above 4 GB", uintptr_t(-1) - 15}};
     for (const auto& c : cases) {
         MemSharedFree(reinterpret_cast<void*>(c.payload));
@@ -221,11 +210,8 @@ TEST_F(SharedHeap, BadFreesChangeNothing) {
 
 TEST_F(SharedHeap, InitChecksAnExistingHeap) {
     Alloc(100);
-    const struct {
-        int damage; // byte of the header changed, -1 none
-        DWORD size;
-        int initialise, result;
-    } rows[] = {{-1, kHeap, 0, 1}, {-1, kHeap - 1, 0, 0}, {-1, kHeap + 1, 0, 0}, {31, kHeap, 0, 0}, {3, kHeap, 0, 0}, {31, kHeap, 1, 1}};
+    // damage: the byte of the header changed, -1 none
+    const struct { int damage; DWORD size; int initialise, result; } rows[] = {{-1, kHeap, 0, 1}, {-1, kHeap - 1, 0, 0}, {-1, kHeap + 1, 0, 0}, {31, kHeap, 0, 0}, {3, kHeap, 0, 0}, {31, kHeap, 1, 1}};
     for (const auto& r : rows) {
         if (r.damage >= 0) static_cast<unsigned char*>(m_view)[r.damage] ^= 0xFF;
         std::string call = "MemSharedInitHeap(view, " + std::to_string(r.size) + ", " + std::to_string(r.initialise) + ") with byte " +
@@ -286,14 +272,8 @@ TEST(SharedMutex, WaitResults) {
 // heap from that allocation on (the security descriptors).
 TEST(SharedMutex, FailuresUnderneath) {
     using Script = ScriptedShared::Script;
-    const struct {
-        const char* what;
-        Script script;
-        int failAlloc, acquire;
-        bool view;
-        long created;
-        int objects, openObjects; // made, and of them with security that lets every user in
-    } cases[] = {
+    // objects: made; openObjects: of them, with security that lets every user in
+    const struct { const char* what; Script script; int failAlloc, acquire; bool view; long created; int objects, openObjects; } cases[] = {
         {"nothing failing", {SharedSuffix()}, 0, 1, true, 1, 2, 2},
         {"no mutex", {SharedSuffix(), false, true}, 0, 0, false, -7, 0, 0},
         {"no mapping", {SharedSuffix(), false, false, true}, 0, 1, false, -7, 1, 1},
