@@ -152,12 +152,8 @@ BOOL releaseMutex(HANDLE mutex) {
 ScriptedHeap::ScriptedHeap(int failFrom) : m_saved(gOsl.memory) {
     sHeap.real = m_saved;
     sHeap.table = *m_saved;
-    sHeap.table.HeapAlloc = heapAlloc;
-    sHeap.table.HeapReAlloc = heapReAlloc;
-    sHeap.table.HeapFree = heapFree;
-    sHeap.table.HeapSize = heapSize;
-    sHeap.table.GlobalAlloc = globalAlloc;
-    sHeap.table.GlobalReAlloc = globalReAlloc;
+    sHeap.table.HeapAlloc = heapAlloc; sHeap.table.HeapReAlloc = heapReAlloc; sHeap.table.HeapFree = heapFree;
+    sHeap.table.HeapSize = heapSize; sHeap.table.GlobalAlloc = globalAlloc; sHeap.table.GlobalReAlloc = globalReAlloc;
     sHeap.table.GlobalFree = globalFree;
     sHeap.calls = sHeap.allocations = sHeap.frees = 0;
     sHeap.depth = -2;
@@ -172,8 +168,7 @@ long ScriptedHeap::LastDepth() const { return sHeap.depth; }
 
 ScriptedSystem::ScriptedSystem(LANGID systemLang, LCID userLcid, DWORD platformId) : m_saved(gOsl.system) {
     sSystem = {*m_saved, systemLang, userLcid, platformId};
-    sSystem.table.GetSystemDefaultLangID = langOf;
-    sSystem.table.GetUserDefaultLCID = lcidOf;
+    sSystem.table.GetSystemDefaultLangID = langOf; sSystem.table.GetUserDefaultLCID = lcidOf;
     sSystem.table.GetPlatformId = platformOf;
     gOsl.system = &sSystem.table;
 }
@@ -181,8 +176,7 @@ ScriptedSystem::~ScriptedSystem() { gOsl.system = m_saved; }
 
 ScriptedWindow::ScriptedWindow(HWND active) : m_saved(gOsl.window) {
     sWindow.table = *m_saved;
-    sWindow.table.MessageBoxA = messageBox;
-    sWindow.table.GetActiveWindow = activeWindow;
+    sWindow.table.MessageBoxA = messageBox; sWindow.table.GetActiveWindow = activeWindow;
     sWindow.active = active;
     sWindow.boxes.clear();
     gOsl.window = &sWindow.table;
@@ -192,10 +186,8 @@ const std::vector<ScriptedWindow::Box>& ScriptedWindow::Boxes() const { return s
 
 ScriptedVersion::ScriptedVersion(Script script) : m_saved(gOsl.system) {
     sVersion.table = *m_saved;
-    sVersion.table.GetModuleFileNameA = moduleFileName;
-    sVersion.table.GetFileVersionInfoSizeA = versionSize;
-    sVersion.table.GetFileVersionInfoA = versionInfo;
-    sVersion.table.VerQueryValueA = verQuery;
+    sVersion.table.GetModuleFileNameA = moduleFileName; sVersion.table.GetFileVersionInfoSizeA = versionSize;
+    sVersion.table.GetFileVersionInfoA = versionInfo; sVersion.table.VerQueryValueA = verQuery;
     sVersion.script = std::move(script);
     sVersion.module = reinterpret_cast<HMODULE>(-1);
     sVersion.file.clear();
@@ -209,15 +201,9 @@ const std::vector<std::string>& ScriptedVersion::AskedPaths() const { return sVe
 
 ScriptedText::ScriptedText(UINT codePage) : m_saved(gOsl.text) {
     sText = {*m_saved, codePage};
-    sText.table.GetACP = acp;
-    sText.table.IsDBCSLeadByte = lead;
-    sText.table.CharNextA = next;
-    sText.table.CharNextExA = nextEx;
-    sText.table.CharPrevExA = prevEx;
-    sText.table.CharUpperA = upper;
-    sText.table.CharLowerA = lower;
-    sText.table.CharUpperBuffA = upperBuff;
-    sText.table.CharLowerBuffA = lowerBuff;
+    sText.table.GetACP = acp; sText.table.IsDBCSLeadByte = lead; sText.table.CharNextA = next; sText.table.CharNextExA = nextEx;
+    sText.table.CharPrevExA = prevEx; sText.table.CharUpperA = upper; sText.table.CharLowerA = lower;
+    sText.table.CharUpperBuffA = upperBuff; sText.table.CharLowerBuffA = lowerBuff;
     gOsl.text = &sText.table;
 }
 ScriptedText::~ScriptedText() { gOsl.text = m_saved; }
@@ -225,11 +211,8 @@ ScriptedText::~ScriptedText() { gOsl.text = m_saved; }
 ScriptedShared::ScriptedShared(Script script) : m_saved(gOsl.shared) {
     sShared.real = m_saved;
     sShared.table = *m_saved;
-    sShared.table.OpenToAll = openToAll;
-    sShared.table.CreateMapping = createMapping;
-    sShared.table.CreateMutex = createMutex;
-    sShared.table.WaitMutex = waitMutex;
-    sShared.table.ReleaseMutex = releaseMutex;
+    sShared.table.OpenToAll = openToAll; sShared.table.CreateMapping = createMapping; sShared.table.CreateMutex = createMutex;
+    sShared.table.WaitMutex = waitMutex; sShared.table.ReleaseMutex = releaseMutex;
     sShared.script = std::move(script);
     sShared.nextWait = 0;
     sShared.limits.clear();

@@ -87,4 +87,16 @@ TEST(VERGetVersionString, ReadsTheFirstTranslationThatHasTheValue) {
     EXPECT_EQ(VERGetVersionString(reinterpret_cast<HMODULE>(0x7000), nullptr), 0) << "VERGetVersionString(module, null)";
 }
 
+#ifndef _WIN32
+// The POSIX backend knows a module by any address inside it; an address in no
+// module has no file name.
+TEST(VERGetVersionString, PosixModuleFileNames) {
+    char name[520];
+    const struct { const char* what; HMODULE module; bool named; } rows[] = {
+        {"null (the program)", nullptr, true}, {"an address in the program", reinterpret_cast<HMODULE>(&AssertBox), true},
+        {"an address in no module", reinterpret_cast<HMODULE>(0x10), false}};
+    for (const auto& r : rows) EXPECT_EQ(gOsl.system->GetModuleFileNameA(r.module, name, sizeof name) != 0, r.named) << "GetModuleFileNameA(" << r.what << ")";
+}
+#endif
+
 } // namespace

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <map>
@@ -47,15 +48,16 @@ void ForgetMutex() {
     gMemState.hMutex = nullptr;
 }
 
-// A heap of `kHeap` bytes at the start of a fresh shared block of 64 KB.
+// A heap of `m_heap` bytes at the start of a fresh shared block of 64 KB.
 class SharedHeap : public testing::Test {
 protected:
-    static constexpr DWORD kView = 0x10000, kHeap = 1000;
+    static constexpr DWORD kView = 0x10000;
+    DWORD m_heap = 1000;
     void SetUp() override {
         long created = -1;
         ASSERT_NE(m_view = MemSharedInit(&created, kView), nullptr) << "MemSharedInit(" << kView << ")";
         ASSERT_EQ(created, 1) << "MemSharedInit's created flag for a new block";
-        ASSERT_EQ(MemSharedInitHeap(m_view, kHeap, 1), 1);
+        ASSERT_EQ(MemSharedInitHeap(m_view, m_heap, 1), 1);
         base = Addr(m_view);
     }
     void TearDown() override {
@@ -74,7 +76,7 @@ protected:
     }
     std::vector<unsigned char> Bytes() const {
         auto* p = static_cast<const unsigned char*>(m_view);
-        return {p, p + kHeap};
+        return {p, p + m_heap};
     }
 
     ScriptedShared m_shared{{SharedSuffix()}};
@@ -88,8 +90,8 @@ TEST_F(SharedHeap, FormatOfTheHeaderAndOfBlocks) {
     uint32_t p = Alloc(100), b = p - 20;
     ASSERT_EQ(p, base + 52) << "MemSharedAlloc(100) in a fresh heap";
     const struct { uint32_t at, want; const char* what; } words[] = {
-        {base, kSigA, "heap's signature A"}, {base + SIZE, kHeap, "heap's size"}, {base + BASE, base, "heap's base"},
-        {base + NEXT, base + 160, "heap's next"}, {base + END, base + kHeap, "heap's end"}, {base + 28, kSigB, "heap's signature B"},
+        {base, kSigA, "heap's signature A"}, {base + SIZE, m_heap, "heap's size"}, {base + BASE, base, "heap's base"},
+        {base + NEXT, base + 160, "heap's next"}, {base + END, base + m_heap, "heap's end"}, {base + 28, kSigB, "heap's signature B"},
         {base + USED, b, "used list"}, {base + FREE, 0, "free list"}, {b, kSigA, "head signature A"},
         {b + 4, b, "next of a lone block"}, {b + 8, b, "prev of a lone block"}, {b + 12, 100, "size"},
         {b + 16, kSigB, "head signature B"}, {p + 100, kSigA, "tail signature A"}, {p + 104, kSigB, "tail signature B"},
@@ -128,7 +130,7 @@ TEST_F(SharedHeap, FreedBlocksMergeWithTheirNeighbours) {
             EXPECT_EQ(Header(NEXT), base + 32) << "heap reset after freeing " << r.frees;
             EXPECT_EQ(Header(USED), 0u) << "used list after freeing " << r.frees;
         }
-        ASSERT_EQ(MemSharedInitHeap(m_view, kHeap, 1), 1);
+        ASSERT_EQ(MemSharedInitHeap(m_view, m_heap, 1), 1);
     }
 }
 
@@ -140,6 +142,8 @@ TEST_F(SharedHeap, FirstFitWithASplitThreshold) {
     for (const auto& c : cases) {
         uint32_t x = Alloc(100), keep = Alloc(1);
         auto* bytes = static_cast<unsigned char*>(Ptr(x));
+        // The previous row left these bytes dirty before the heap reset.
+        EXPECT_EQ(std::count(bytes, bytes + 100, 0), 100) << "a block taken from the end of a heap that was reset";
         std::memset(bytes, 0xAB, 100);
         Free(x);
         uint32_t end = Header(NEXT), got = Alloc(c.size);
@@ -211,7 +215,7 @@ TEST_F(SharedHeap, BadFreesChangeNothing) {
 TEST_F(SharedHeap, InitChecksAnExistingHeap) {
     Alloc(100);
     // damage: the byte of the header changed, -1 none
-    const struct { int damage; DWORD size; int initialise, result; } rows[] = {{-1, kHeap, 0, 1}, {-1, kHeap - 1, 0, 0}, {-1, kHeap + 1, 0, 0}, {31, kHeap, 0, 0}, {3, kHeap, 0, 0}, {31, kHeap, 1, 1}};
+    const struct { int damage; DWORD size; int initialise, result; } rows[] = {{-1, m_heap, 0, 1}, {-1, m_heap - 1, 0, 0}, {-1, m_heap + 1, 0, 0}, {31, m_heap, 0, 0}, {3, m_heap, 0, 0}, {31, m_heap, 1, 1}};
     for (const auto& r : rows) {
         if (r.damage >= 0) static_cast<unsigned char*>(m_view)[r.damage] ^= 0xFF;
         std::string call = "MemSharedInitHeap(view, " + std::to_string(r.size) + ", " + std::to_string(r.initialise) + ") with byte " +
@@ -335,31 +339,21 @@ TEST(SharedBlock, MappedAtTheOneAddressOfThePlatform) {
 // blocks, die holding the mutex and work side by side; this process then
 // reads what they left. The first block is the mailbox the children find at
 // base + 52.
-class SharedHeapProcesses : public testing::Test {
+class SharedHeapProcesses : public SharedHeap {
 protected:
-    static constexpr DWORD kSize = 0x10000;
+    SharedHeapProcesses() { m_heap = 0x10000; }
     void SetUp() override {
-        long created = 0;
-        ASSERT_NE(m_view = static_cast<char*>(MemSharedInit(&created, kSize)), nullptr);
-        ASSERT_EQ(created, 1);
-        ASSERT_EQ(MemSharedInitHeap(m_view, kSize, 1), 1);
-        m_base = Addr(m_view);
-        m_mailbox = static_cast<volatile uint32_t*>(MemSharedAlloc(16));
-        ASSERT_EQ(Addr(const_cast<uint32_t*>(m_mailbox)), m_base + 52);
+        SharedHeap::SetUp();
+        m_mailbox = static_cast<uint32_t*>(MemSharedAlloc(16));
+        ASSERT_EQ(Addr(m_mailbox), base + 52);
     }
-    void TearDown() override { MemSharedTerminate(); }
     std::unique_ptr<ChildProcess> Start(std::vector<std::string> args) {
-        args.insert(args.begin(), {m_suffix, std::to_string(kSize)});
+        args.insert(args.begin(), {SharedSuffix(), std::to_string(kView)});
         auto child = std::make_unique<ChildProcess>("oxl_shm_child", args);
         EXPECT_TRUE(child->Started()) << "starting oxl_shm_child";
         return child;
     }
-
-    std::string m_suffix = SharedSuffix();
-    ScriptedShared m_shared{{m_suffix}};
-    char* m_view = nullptr;
-    uint32_t m_base = 0;
-    volatile uint32_t* m_mailbox = nullptr;
+    uint32_t* m_mailbox = nullptr; // read and written with atomic operations: the children share it
 };
 
 TEST_F(SharedHeapProcesses, BlocksOfOtherProcessesAreSeenHere) {
@@ -367,7 +361,7 @@ TEST_F(SharedHeapProcesses, BlocksOfOtherProcessesAreSeenHere) {
     EXPECT_EQ(a->Wait(60000), 0) << "child filling 10 blocks";
     EXPECT_EQ(b->Wait(60000), 0) << "child filling 7 blocks";
     std::map<uint32_t, int> tags; // the used list, read here: every child's block with its tag
-    uint32_t head = Word(m_base + USED), at = head;
+    uint32_t head = Word(base + USED), at = head;
     for (int steps = 0; at && steps < 100 && (steps == 0 || at != head); ++steps, at = Word(at + 4))
         if (Word(at + 12) == 4) ++tags[Word(at + 20)];
     EXPECT_EQ(tags[0xA1A1A1A1], 10);
@@ -381,8 +375,9 @@ TEST_F(SharedHeapProcesses, BlocksOfOtherProcessesAreSeenHere) {
 TEST_F(SharedHeapProcesses, AMutexOfAKilledProcessIsTakenOver) {
     auto holder = Start({"hold"});
     auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!m_mailbox[0] && std::chrono::steady_clock::now() < deadline) std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    ASSERT_EQ(m_mailbox[0], 1u) << "the child never said it held the mutex";
+    while (!__atomic_load_n(&m_mailbox[0], __ATOMIC_SEQ_CST) && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    ASSERT_EQ(__atomic_load_n(&m_mailbox[0], __ATOMIC_SEQ_CST), 1u) << "the child never said it held the mutex";
     holder->Kill();
     EXPECT_EQ(MemAcquireMutex(), 1) << "after the holder was killed";
     const auto& limits = m_shared.WaitLimits();
@@ -402,17 +397,17 @@ TEST_F(SharedHeapProcesses, AMutexOfAKilledProcessIsTakenOver) {
 TEST_F(SharedHeapProcesses, ProcessesSideBySideKeepTheHeapSound) {
     std::vector<std::unique_ptr<ChildProcess>> children;
     for (int i = 0; i < 4; ++i) children.push_back(Start({"stress", "100000", std::to_string(i + 1)}));
-    auto* mailbox = const_cast<uint32_t*>(m_mailbox); // word 1: children ready, word 2: go
-    for (int i = 0; i < 30000 && __atomic_load_n(&mailbox[1], __ATOMIC_SEQ_CST) < 4; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    __atomic_store_n(&mailbox[2], 1, __ATOMIC_SEQ_CST);
+    // Word 1 of the mailbox counts the children ready, word 2 says go.
+    for (int i = 0; i < 30000 && __atomic_load_n(&m_mailbox[1], __ATOMIC_SEQ_CST) < 4; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    __atomic_store_n(&m_mailbox[2], 1, __ATOMIC_SEQ_CST);
     for (size_t i = 0; i < children.size(); ++i) EXPECT_EQ(children[i]->Wait(300000), 0) << "stress child " << i + 1;
     EXPECT_EQ(MemSharedCheckAll(), 1);
-    uint32_t freeHead = Word(m_base + FREE);
-    EXPECT_EQ(Word(m_base + USED), m_base + 32) << "only the mailbox in use";
+    uint32_t freeHead = Word(base + FREE);
+    EXPECT_EQ(Word(base + USED), base + 32) << "only the mailbox in use";
     ASSERT_NE(freeHead, 0u);
     EXPECT_EQ(Word(freeHead + 4), freeHead) << "one free block";
-    EXPECT_EQ(freeHead, m_base + 32 + 16 + 28) << "right after the mailbox";
-    EXPECT_EQ(freeHead + Word(freeHead + 12) + 28, Word(m_base + NEXT)) << "up to the heap's next byte";
+    EXPECT_EQ(freeHead, base + 32 + 16 + 28) << "right after the mailbox";
+    EXPECT_EQ(freeHead + Word(freeHead + 12) + 28, Word(base + NEXT)) << "up to the heap's next byte";
 }
 
 } // namespace

@@ -63,15 +63,13 @@ TEST(TLSAllocIndex, HandsOutTheLowestFreeNumberUntilAllHundredAreTaken) {
 // The block has 200 entries, 0 to 199; a number outside them stores nothing,
 // reads as no item and never reaches the neighbouring memory.
 TEST_F(TLSTest, IndexesOutsideTheBlockStoreNothing) {
-    const struct {
-        int index;
-        bool stored;
-    } rows[] = {{-1, false}, {0, true}, {99, true}, {100, true}, {199, true}, {200, false}, {201, false}, {-200, false}};
+    const struct { int index; bool stored; } rows[] = {{-1, false}, {0, true}, {99, true}, {100, true}, {199, true}, {200, false}, {201, false}, {-200, false}};
     onNewThread([&] {
         for (const auto& r : rows) {
             TLS_SetItem(r.index, item(r.index), logDestroy);
             EXPECT_EQ(TLS_GetItem(r.index), r.stored ? item(r.index) : nullptr) << "TLS_GetItem(" << r.index << ") after TLS_SetItem";
         }
+        for (int outside : {-1, 200, 201}) TLS_FreeIndex(outside); // reaches no entry of any thread
         for (const auto& r : rows) TLS_SetItem(r.index, item(r.index), logDestroy); // destroys only what was stored
         EXPECT_EQ(logged(), 4u) << "destructors run by storing again at every index";
         for (const auto& r : rows) TLS_Free(r.index);
@@ -187,18 +185,25 @@ struct Counted {
     ~Counted() { --alive; }
 };
 
-TEST_F(TLSTest, ItemIsMadeOncePerThreadAndDiesWithIt) {
-    TLSSlot slot;
-    TLSItem<Counted> counted(slot);
-    Counted* mine = counted.Get();
-    ASSERT_NE(mine, nullptr);
-    EXPECT_EQ(counted.Get(), mine);
-    Counted* theirs = nullptr;
-    onNewThread([&] { theirs = counted.Get(); });
-    EXPECT_NE(theirs, mine);
-    EXPECT_EQ(Counted::alive, 1) << "the other thread's item outlived its thread";
-    TLS_Free(slot.Index());
-    EXPECT_EQ(Counted::alive, 0);
+// An item is made once per thread and dies with its thread; a slot that
+// goes gives its number back and destroys the items of every thread.
+TEST_F(TLSTest, ItemIsMadeOncePerThreadAndDiesWithItsThreadOrSlot) {
+    int number = -1;
+    {
+        TLSSlot slot;
+        TLSItem<Counted> counted(slot);
+        number = slot.Index();
+        Counted* mine = counted.Get();
+        ASSERT_NE(mine, nullptr);
+        EXPECT_EQ(counted.Get(), mine);
+        Counted* theirs = nullptr;
+        onNewThread([&] { theirs = counted.Get(); });
+        EXPECT_NE(theirs, mine);
+        EXPECT_EQ(Counted::alive, 1) << "the other thread's item outlived its thread";
+    }
+    EXPECT_EQ(Counted::alive, 0) << "the item outlived its slot";
+    EXPECT_EQ(TLS_AllocIndex(), number) << "the number of a slot that went";
+    TLS_FreeIndex(number);
 }
 
 // Allocation failures at each point of making a thread's block: the block
