@@ -26,50 +26,31 @@
 
 namespace {
 
+// The library loaded by name, as a host loads it; unloaded with the object.
 class Module {
 public:
-    Module() {
 #ifdef _WIN32
-        m_handle = LoadLibraryA(OXL_MODULE_PATH);
+    Module() : m_handle(LoadLibraryA(OXL_MODULE_PATH)) {}
+    void Unload() { m_handle = m_handle ? (FreeLibrary(static_cast<HMODULE>(m_handle)), nullptr) : nullptr; }
+    void* Find(const char* name) const { return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(m_handle), name)); }
+    HMODULE Handle() const { return static_cast<HMODULE>(m_handle); }
 #else
-        m_handle = dlopen("./" OXL_MODULE_PATH, RTLD_NOW | RTLD_LOCAL);
-#endif
-    }
-    ~Module() { Unload(); }
-    void Unload() {
-        if (!m_handle) return;
-#ifdef _WIN32
-        FreeLibrary(static_cast<HMODULE>(m_handle));
-#else
-        dlclose(m_handle);
-#endif
-        m_handle = nullptr;
-    }
-    bool Loaded() const { return m_handle != nullptr; }
-    // The module as the library's own functions know it: on Linux any
-    // address inside it.
+    Module() : m_handle(dlopen("./" OXL_MODULE_PATH, RTLD_NOW | RTLD_LOCAL)) {}
+    void Unload() { m_handle = m_handle ? (dlclose(m_handle), nullptr) : nullptr; }
+    void* Find(const char* name) const { return dlsym(m_handle, name); }
+    // The module as the library's own functions know it: any address inside it.
     HMODULE Handle() const {
-#ifdef _WIN32
-        return static_cast<HMODULE>(m_handle);
-#else
         Dl_info info;
         return dladdr(Find("VERGetVersionString"), &info) ? static_cast<HMODULE>(info.dli_fbase) : nullptr;
-#endif
     }
-    void* Find(const char* name) const {
-#ifdef _WIN32
-        return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(m_handle), name));
-#else
-        return dlsym(m_handle, name);
 #endif
-    }
+    ~Module() { Unload(); }
+    bool Loaded() const { return m_handle != nullptr; }
     template <class F>
-    F* Fn(const char* name) const {
-        return reinterpret_cast<F*>(Find(name));
-    }
+    F* Fn(const char* name) const { return reinterpret_cast<F*>(Find(name)); }
 
 private:
-    void* m_handle = nullptr;
+    void* m_handle;
 };
 
 #if defined(__has_feature)
@@ -95,40 +76,19 @@ TEST(Module, ExportsEveryNameUndecorated) {
     ASSERT_TRUE(m.Loaded()) << "loading " OXL_MODULE_PATH;
     std::ifstream def("oxlrt31.def"); // copied beside the module by the build
     ASSERT_TRUE(def) << "reading oxlrt31.def";
-    std::string line;
-    bool inExports = false;
     int names = 0;
-    while (std::getline(def, line)) {
-        std::istringstream words(line);
+    for (std::string name, rest; def >> name && name != "EXPORTS";) std::getline(def, rest);
+    for (std::string line; std::getline(def, line);) {
         std::string name;
-        if (!(words >> name) || name[0] == ';') continue;
-        if (name == "EXPORTS") {
-            inExports = true;
-        } else if (inExports) {
-            ++names;
-            EXPECT_NE(m.Find(name.c_str()), nullptr) << "GetProcAddress/dlsym of export " << name;
-        }
+        if (!(std::istringstream(line) >> name) || name[0] == ';') continue;
+        ++names;
+        EXPECT_NE(m.Find(name.c_str()), nullptr) << "GetProcAddress/dlsym of export " << name;
     }
     EXPECT_GT(names, 100) << "names read from oxlrt31.def";
 }
 
-// A host's round of the number family through the exports: text in,
-// arithmetic, text out.
-TEST(Module, NumbersThroughTheExports) {
-    Module m;
-    ASSERT_TRUE(m.Loaded());
-    tagNUMBER a, b, q;
-    char one[] = "1", three[] = "  3e0", text[32];
-    EXPECT_EQ(FN(m, NumAsciiToNumber)(&a, one), 1);
-    EXPECT_EQ(FN(m, NumAsciiToNumber)(&b, three), 5);
-    EXPECT_EQ(FN(m, NumDivide)(&q, &a, &b), 24);
-    EXPECT_EQ(FN(m, NumToAscii)(&q, text, 10), 10);
-    EXPECT_STREQ(text, ".333333333");
-    LONG reply = 7;
-    EXPECT_EQ(FN(m, NumToLongReply)(&b, &reply), 3);
-    EXPECT_EQ(reply, 0);
-}
-
+// Each load starts the slots afresh; a thread that ends while the library is
+// loaded has its items destroyed by the thread-exit notification.
 TEST(Module, LoadsUnloadsAndLoadsAgainWithTheSameSlots) {
     for (int round = 0; round < 2; ++round) {
         Module m;
@@ -137,28 +97,14 @@ TEST(Module, LoadsUnloadsAndLoadsAgainWithTheSameSlots) {
         ASSERT_NE(mainPtr, nullptr);
         EXPECT_EQ(*mainPtr, m.Find("gCRMainSect")) << "gpCRSECTMain points at gCRMainSect";
         EXPECT_EQ(FN(m, CR_LockCount)(*mainPtr), 0);
-        EXPECT_EQ(FN(m, TLS_AllocIndex)(), 103) << "a host's first slot, round " << round;
+        int index = FN(m, TLS_AllocIndex)();
+        EXPECT_EQ(index, 103) << "a host's first slot, round " << round;
         EXPECT_EQ(FN(m, TLS_AllocIndex)(), 104);
-        tagNUMBER n;
-        FN(m, NumCreateSmall)(&n, -1);
-        EXPECT_EQ(FN(m, NumNegate)(&n), 2);
+        auto setItem = FN(m, TLS_SetItem);
+        gDestroyed = 0;
+        for (int i = 0; i < 3; ++i) std::thread([&] { setItem(index, &gDestroyed, countDestroy), setItem(7, &gDestroyed, countDestroy); }).join();
+        EXPECT_EQ(gDestroyed, 6) << "items destroyed by the thread-exit notification, round " << round;
     }
-}
-
-TEST(Module, AThreadThatEndsFreesItsItems) {
-    Module m;
-    ASSERT_TRUE(m.Loaded());
-    int index = FN(m, TLS_AllocIndex)();
-    auto setItem = FN(m, TLS_SetItem);
-    gDestroyed = 0;
-    for (int i = 0; i < 3; ++i) {
-        std::thread t([&] {
-            setItem(index, &gDestroyed, countDestroy);
-            setItem(7, &gDestroyed, countDestroy);
-        });
-        t.join();
-    }
-    EXPECT_EQ(gDestroyed, 6) << "items destroyed by the thread-exit notification";
 }
 
 TEST(Module, ItemsOfAThreadStillRunningAtUnloadAreLeftAlone) {
@@ -170,61 +116,49 @@ TEST(Module, ItemsOfAThreadStillRunningAtUnloadAreLeftAlone) {
     std::mutex lock;
     std::condition_variable changed;
     bool stored = false, unloaded = false;
+    auto say = [&](bool& what) { std::lock_guard<std::mutex> g(lock); what = true, changed.notify_all(); };
+    auto await = [&](bool& what) { std::unique_lock<std::mutex> g(lock); changed.wait(g, [&] { return what; }); };
     std::thread t([&] {
         // The thread's block outlives the library by design: nobody is left
         // to free it. The leak checker is told so; nothing else is hidden.
         IgnoreLeaksOnThisThread();
         setItem(index, &gDestroyed, countDestroy);
-        std::unique_lock<std::mutex> g(lock);
-        stored = true;
-        changed.notify_all();
-        changed.wait(g, [&] { return unloaded; });
+        say(stored), await(unloaded);
     });
-    {
-        std::unique_lock<std::mutex> g(lock);
-        changed.wait(g, [&] { return stored; });
-    }
+    await(stored);
     m->Unload();
     EXPECT_EQ(gDestroyed, 0) << "unload destroyed another thread's item";
-    {
-        std::lock_guard<std::mutex> g(lock);
-        unloaded = true;
-        changed.notify_all();
-    }
+    say(unloaded);
     t.join();
     EXPECT_EQ(gDestroyed, 0) << "the ended thread reached an unloaded library";
     Module again;
     EXPECT_EQ(FN(again, TLS_AllocIndex)(), 103);
 }
 
-TEST(Module, VersionStringsAreThoseOfTheBuild) {
+// The library's own strings are those of the build; the test program has
+// none and its buffer is left alone; a module whose version resource has only
+// the English/Windows Latin translation still gives both.
+TEST(Module, VersionStringsOfRealModules) {
     Module m;
     ASSERT_TRUE(m.Loaded());
-    char product[64] = "", build[64] = "", untouched[16] = "untouched";
-    EXPECT_EQ(FN(m, VERGetVersionString)(m.Handle(), product), 1) << "VERGetVersionString(the library)";
-    EXPECT_STREQ(product, OXL_PRODUCT_VERSION);
-    EXPECT_EQ(FN(m, VERGetBuildString)(m.Handle(), build), 1) << "VERGetBuildString(the library)";
-    EXPECT_STREQ(build, OXL_FILE_VERSION);
-    EXPECT_EQ(FN(m, VERGetVersionString)(nullptr, untouched), 0) << "VERGetVersionString(the test program)";
-    EXPECT_STREQ(untouched, "untouched") << "VERGetVersionString(the test program)";
+    const struct { const char* what; HMODULE module; const char *product, *build; } rows[] = {
+        {"the library", m.Handle(), OXL_PRODUCT_VERSION, OXL_FILE_VERSION},
+        {"the test program", nullptr, "untouched", "untouched"},
+#ifdef _WIN32
+        {"oxl_latin_only", LoadLibraryA("oxl_latin_only.dll"), "4.3.2-latin", "4.3.2.1-latin"},
+#endif
+    };
+    for (const auto& r : rows) {
+        char product[64] = "untouched", build[64] = "untouched";
+        int found = std::string(r.product) != "untouched";
+        EXPECT_EQ(FN(m, VERGetVersionString)(r.module, product), found) << "VERGetVersionString(" << r.what << ")";
+        EXPECT_STREQ(product, r.product) << "VERGetVersionString(" << r.what << ")";
+        EXPECT_EQ(FN(m, VERGetBuildString)(r.module, build), found) << "VERGetBuildString(" << r.what << ")";
+        EXPECT_STREQ(build, r.build) << "VERGetBuildString(" << r.what << ")";
+    }
 }
 
 #ifdef _WIN32
-// A real module whose version resource has only the English/Windows Latin
-// translation: both strings still come from it.
-TEST(Module, VersionStringsOfAModuleWithOnlyTheLatinTranslation) {
-    Module m;
-    ASSERT_TRUE(m.Loaded());
-    HMODULE latin = LoadLibraryA("oxl_latin_only.dll");
-    ASSERT_NE(latin, nullptr) << "LoadLibraryA(oxl_latin_only.dll)";
-    char product[64] = "", build[64] = "";
-    EXPECT_EQ(FN(m, VERGetVersionString)(latin, product), 1) << "VERGetVersionString(oxl_latin_only)";
-    EXPECT_STREQ(product, "4.3.2-latin");
-    EXPECT_EQ(FN(m, VERGetBuildString)(latin, build), 1) << "VERGetBuildString(oxl_latin_only)";
-    EXPECT_STREQ(build, "4.3.2.1-latin");
-    FreeLibrary(latin);
-}
-
 // A real box: found by its caption, read, and closed as a user would.
 TEST(Module, AssertBoxShowsASystemModalBoxUntilItIsClosed) {
     auto* m = new Module;

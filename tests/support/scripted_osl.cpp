@@ -3,7 +3,6 @@
 #include "core/crsect.h"
 #include "os/codepage.h"
 
-
 #include <atomic>
 #include <cstring>
 #ifdef _WIN32
@@ -33,32 +32,19 @@ T counted(T p) {
     return p;
 }
 
-LPVOID scriptedAlloc(DWORD flags, SIZE_T bytes) {
+LPVOID heapAlloc(DWORD flags, SIZE_T n) { return noteDepth(), allowed() ? counted(sHeap.real->HeapAlloc(flags, n)) : nullptr; }
+LPVOID heapReAlloc(DWORD flags, LPVOID b, SIZE_T n) { return noteDepth(), allowed() ? sHeap.real->HeapReAlloc(flags, b, n) : nullptr; }
+SIZE_T heapSize(LPVOID b) { return noteDepth(), sHeap.real->HeapSize(b); }
+BOOL heapFree(LPVOID b) {
     noteDepth();
-    return allowed() ? counted(sHeap.real->HeapAlloc(flags, bytes)) : nullptr;
+    if (b) ++sHeap.frees;
+    return sHeap.real->HeapFree(b);
 }
-LPVOID scriptedReAlloc(DWORD flags, LPVOID block, SIZE_T bytes) {
-    noteDepth();
-    return allowed() ? sHeap.real->HeapReAlloc(flags, block, bytes) : nullptr;
-}
-BOOL scriptedFree(LPVOID block) {
-    noteDepth();
-    if (block) ++sHeap.frees;
-    return sHeap.real->HeapFree(block);
-}
-SIZE_T scriptedSize(LPVOID block) {
-    noteDepth();
-    return sHeap.real->HeapSize(block);
-}
-HGLOBAL WINAPI scriptedGlobalAlloc(UINT flags, SIZE_T bytes) {
-    return allowed() ? counted(sHeap.real->GlobalAlloc(flags, bytes)) : nullptr;
-}
-HGLOBAL WINAPI scriptedGlobalReAlloc(HGLOBAL mem, SIZE_T bytes, UINT flags) {
-    return allowed() ? sHeap.real->GlobalReAlloc(mem, bytes, flags) : nullptr;
-}
-HGLOBAL WINAPI scriptedGlobalFree(HGLOBAL mem) {
-    HGLOBAL left = sHeap.real->GlobalFree(mem);
-    if (mem && !left) ++sHeap.frees;
+HGLOBAL WINAPI globalAlloc(UINT f, SIZE_T n) { return allowed() ? counted(sHeap.real->GlobalAlloc(f, n)) : nullptr; }
+HGLOBAL WINAPI globalReAlloc(HGLOBAL m, SIZE_T n, UINT f) { return allowed() ? sHeap.real->GlobalReAlloc(m, n, f) : nullptr; }
+HGLOBAL WINAPI globalFree(HGLOBAL m) {
+    HGLOBAL left = sHeap.real->GlobalFree(m);
+    if (m && !left) ++sHeap.frees;
     return left;
 }
 
@@ -70,74 +56,55 @@ struct VersionScript {
     std::vector<std::string> paths;
 } sVersion;
 
-DWORD scriptedModuleFileName(HMODULE module, LPSTR name, DWORD size) {
+DWORD moduleFileName(HMODULE module, LPSTR name, DWORD size) {
     sVersion.module = module;
     const std::string& f = sVersion.script.file;
     if (f.empty() || f.size() >= size) return 0;
     std::memcpy(name, f.c_str(), f.size() + 1);
     return DWORD(f.size());
 }
-DWORD scriptedVersionSize(LPCSTR file) {
-    sVersion.file = file;
-    return sVersion.script.hasResource ? 64 : 0;
-}
-BOOL scriptedVersionInfo(LPCSTR, DWORD, LPVOID data) {
+DWORD versionSize(LPCSTR file) { return sVersion.file = file, sVersion.script.hasResource ? 64 : 0; }
+BOOL versionInfo(LPCSTR, DWORD, LPVOID data) {
     if (sVersion.script.readable) std::memset(data, 0xEE, 64);
     return sVersion.script.readable;
 }
-BOOL scriptedVerQuery(LPVOID, LPCSTR path, LPVOID* value, UINT* length) {
+BOOL verQuery(LPVOID, LPCSTR path, LPVOID* value, UINT* length) {
     sVersion.paths.push_back(path);
     for (auto& [key, text] : sVersion.script.values) {
-        if (key == path) {
-            *value = const_cast<char*>(text.c_str());
-            *length = UINT(text.size() + 1);
-            return 1;
-        }
+        if (key != path) continue;
+        *value = const_cast<char*>(text.c_str());
+        *length = UINT(text.size() + 1);
+        return 1;
     }
     return 0;
 }
 
-struct WindowScript {
-    OslWindowService table;
-    HWND active;
-    int answer;
-    std::vector<ScriptedWindow::Box> boxes;
-} sWindow;
+struct WindowScript { OslWindowService table; HWND active; std::vector<ScriptedWindow::Box> boxes; } sWindow;
 
-int WINAPI scriptedMessageBox(HWND owner, LPCSTR text, LPCSTR caption, UINT style) {
+int WINAPI messageBox(HWND owner, LPCSTR text, LPCSTR caption, UINT style) {
     sWindow.boxes.push_back({owner, text ? text : "(null)", caption ? caption : "(null)", style});
-    return sWindow.answer;
+    return IDOK;
 }
-HWND WINAPI scriptedActiveWindow() { return sWindow.active; }
+HWND WINAPI activeWindow() { return sWindow.active; }
 
-struct SystemScript {
-    OslSystemService table;
-    LANGID lang;
-    LCID lcid;
-    DWORD platform;
-} sSystem;
+struct SystemScript { OslSystemService table; LANGID lang; LCID lcid; DWORD platform; } sSystem;
 
-LANGID WINAPI scriptedLang() { return sSystem.lang; }
-LCID WINAPI scriptedLcid() { return sSystem.lcid; }
-DWORD scriptedPlatform() { return sSystem.platform; }
+LANGID WINAPI langOf() { return sSystem.lang; }
+LCID WINAPI lcidOf() { return sSystem.lcid; }
+DWORD platformOf() { return sSystem.platform; }
 
-struct TextScript {
-    OslTextService table;
-    UINT page;
-} sText;
+struct TextScript { OslTextService table; UINT page; } sText;
 
 UINT pageOf(WORD codePage) { return codePage ? codePage : sText.page; }
-UINT WINAPI scriptedAcp() { return sText.page; }
-BOOL WINAPI scriptedLead(BYTE b) { return OslCodePageLeadByte(sText.page, b); }
-LPSTR WINAPI scriptedNext(LPCSTR s) { return const_cast<LPSTR>(OslCodePageNext(sText.page, s)); }
-LPSTR WINAPI scriptedNextEx(WORD cp, LPCSTR s, DWORD) { return const_cast<LPSTR>(OslCodePageNext(pageOf(cp), s)); }
-LPSTR WINAPI scriptedPrevEx(WORD cp, LPCSTR start, LPCSTR cur, DWORD) {
-    return const_cast<LPSTR>(OslCodePagePrev(pageOf(cp), start, cur));
-}
-DWORD WINAPI scriptedUpperBuff(LPSTR s, DWORD n) { return OslCodePageUpperBuff(sText.page, s, n); }
-DWORD WINAPI scriptedLowerBuff(LPSTR s, DWORD n) { return OslCodePageLowerBuff(sText.page, s, n); }
-LPSTR WINAPI scriptedUpper(LPSTR s) { return OslCodePageUpper(sText.page, s); }
-LPSTR WINAPI scriptedLower(LPSTR s) { return OslCodePageLower(sText.page, s); }
+UINT WINAPI acp() { return sText.page; }
+BOOL WINAPI lead(BYTE b) { return OslCodePageLeadByte(sText.page, b); }
+LPSTR WINAPI next(LPCSTR s) { return const_cast<LPSTR>(OslCodePageNext(sText.page, s)); }
+LPSTR WINAPI nextEx(WORD cp, LPCSTR s, DWORD) { return const_cast<LPSTR>(OslCodePageNext(pageOf(cp), s)); }
+LPSTR WINAPI prevEx(WORD cp, LPCSTR start, LPCSTR cur, DWORD) { return const_cast<LPSTR>(OslCodePagePrev(pageOf(cp), start, cur)); }
+DWORD WINAPI upperBuff(LPSTR s, DWORD n) { return OslCodePageUpperBuff(sText.page, s, n); }
+DWORD WINAPI lowerBuff(LPSTR s, DWORD n) { return OslCodePageLowerBuff(sText.page, s, n); }
+LPSTR WINAPI upper(LPSTR s) { return OslCodePageUpper(sText.page, s); }
+LPSTR WINAPI lower(LPSTR s) { return OslCodePageLower(sText.page, s); }
 
 struct SharedScript {
     const OslSharedService* real;
@@ -149,29 +116,20 @@ struct SharedScript {
 } sShared;
 
 std::string suffixed(LPCSTR name) { return std::string(name ? name : "") + sShared.script.suffix; }
-void noteCreated(HANDLE h, LPSECURITY_ATTRIBUTES sa) {
-    if (!h) return;
-    ++sShared.created;
+HANDLE noteCreated(HANDLE h, LPSECURITY_ATTRIBUTES sa) {
     auto* sd = sa ? static_cast<SECURITY_DESCRIPTOR*>(sa->lpSecurityDescriptor) : nullptr;
-    if (sd && !sd->Dacl) ++sShared.open;
+    if (h) ++sShared.created, sShared.open += sd && !sd->Dacl;
+    return h;
 }
-
-BOOL scriptedOpenToAll(PSECURITY_DESCRIPTOR sd) {
-    return !sShared.script.failSecurity && sShared.real->OpenToAll(sd);
-}
-HANDLE scriptedCreateMapping(LPSECURITY_ATTRIBUTES sa, LPCSTR name, DWORD bytes, BOOL* created) {
+BOOL openToAll(PSECURITY_DESCRIPTOR sd) { return !sShared.script.failSecurity && sShared.real->OpenToAll(sd); }
+HANDLE createMapping(LPSECURITY_ATTRIBUTES sa, LPCSTR name, DWORD bytes, BOOL* created) {
     if (sShared.script.failMapping) return nullptr;
-    HANDLE h = sShared.real->CreateMapping(sa, suffixed(name).c_str(), bytes, created);
-    noteCreated(h, sa);
-    return h;
+    return noteCreated(sShared.real->CreateMapping(sa, suffixed(name).c_str(), bytes, created), sa);
 }
-HANDLE scriptedCreateMutex(LPSECURITY_ATTRIBUTES sa, LPCSTR name) {
-    if (sShared.script.failMutex) return nullptr;
-    HANDLE h = sShared.real->CreateMutex(sa, suffixed(name).c_str());
-    noteCreated(h, sa);
-    return h;
+HANDLE createMutex(LPSECURITY_ATTRIBUTES sa, LPCSTR name) {
+    return sShared.script.failMutex ? nullptr : noteCreated(sShared.real->CreateMutex(sa, suffixed(name).c_str()), sa);
 }
-DWORD scriptedWait(HANDLE mutex, DWORD ms) {
+DWORD waitMutex(HANDLE mutex, DWORD ms) {
     sShared.limits.push_back(ms);
     DWORD result;
     if (sShared.nextWait < sShared.script.waits.size()) {
@@ -183,7 +141,7 @@ DWORD scriptedWait(HANDLE mutex, DWORD ms) {
     if (result == WAIT_OBJECT_0 || result == WAIT_ABANDONED) ++sShared.levels;
     return result;
 }
-BOOL scriptedRelease(HANDLE mutex) {
+BOOL releaseMutex(HANDLE mutex) {
     BOOL ok = sShared.real->ReleaseMutex(mutex);
     if (ok) --sShared.levels;
     return ok && !sShared.script.failRelease;
@@ -194,13 +152,9 @@ BOOL scriptedRelease(HANDLE mutex) {
 ScriptedHeap::ScriptedHeap(int failFrom) : m_saved(gOsl.memory) {
     sHeap.real = m_saved;
     sHeap.table = *m_saved;
-    sHeap.table.HeapAlloc = scriptedAlloc;
-    sHeap.table.HeapReAlloc = scriptedReAlloc;
-    sHeap.table.HeapFree = scriptedFree;
-    sHeap.table.HeapSize = scriptedSize;
-    sHeap.table.GlobalAlloc = scriptedGlobalAlloc;
-    sHeap.table.GlobalReAlloc = scriptedGlobalReAlloc;
-    sHeap.table.GlobalFree = scriptedGlobalFree;
+    sHeap.table.HeapAlloc = heapAlloc; sHeap.table.HeapReAlloc = heapReAlloc; sHeap.table.HeapFree = heapFree;
+    sHeap.table.HeapSize = heapSize; sHeap.table.GlobalAlloc = globalAlloc; sHeap.table.GlobalReAlloc = globalReAlloc;
+    sHeap.table.GlobalFree = globalFree;
     sHeap.calls = sHeap.allocations = sHeap.frees = 0;
     sHeap.depth = -2;
     sHeap.failFrom = failFrom;
@@ -208,28 +162,22 @@ ScriptedHeap::ScriptedHeap(int failFrom) : m_saved(gOsl.memory) {
 }
 ScriptedHeap::~ScriptedHeap() { gOsl.memory = m_saved; }
 int ScriptedHeap::Attempts() const { return sHeap.calls; }
-int ScriptedHeap::Allocations() const { return sHeap.allocations; }
-long ScriptedHeap::LastDepth() const { return sHeap.depth; }
+int ScriptedHeap::Outstanding() const { return sHeap.allocations - sHeap.frees; }
 int ScriptedHeap::Frees() const { return sHeap.frees; }
+long ScriptedHeap::LastDepth() const { return sHeap.depth; }
 
 ScriptedSystem::ScriptedSystem(LANGID systemLang, LCID userLcid, DWORD platformId) : m_saved(gOsl.system) {
-    sSystem.table = *m_saved;
-    sSystem.table.GetSystemDefaultLangID = scriptedLang;
-    sSystem.table.GetUserDefaultLCID = scriptedLcid;
-    sSystem.table.GetPlatformId = scriptedPlatform;
-    sSystem.lang = systemLang;
-    sSystem.lcid = userLcid;
-    sSystem.platform = platformId;
+    sSystem = {*m_saved, systemLang, userLcid, platformId};
+    sSystem.table.GetSystemDefaultLangID = langOf; sSystem.table.GetUserDefaultLCID = lcidOf;
+    sSystem.table.GetPlatformId = platformOf;
     gOsl.system = &sSystem.table;
 }
 ScriptedSystem::~ScriptedSystem() { gOsl.system = m_saved; }
 
-ScriptedWindow::ScriptedWindow(HWND active, int answer) : m_saved(gOsl.window) {
+ScriptedWindow::ScriptedWindow(HWND active) : m_saved(gOsl.window) {
     sWindow.table = *m_saved;
-    sWindow.table.MessageBoxA = scriptedMessageBox;
-    sWindow.table.GetActiveWindow = scriptedActiveWindow;
+    sWindow.table.MessageBoxA = messageBox; sWindow.table.GetActiveWindow = activeWindow;
     sWindow.active = active;
-    sWindow.answer = answer;
     sWindow.boxes.clear();
     gOsl.window = &sWindow.table;
 }
@@ -238,10 +186,8 @@ const std::vector<ScriptedWindow::Box>& ScriptedWindow::Boxes() const { return s
 
 ScriptedVersion::ScriptedVersion(Script script) : m_saved(gOsl.system) {
     sVersion.table = *m_saved;
-    sVersion.table.GetModuleFileNameA = scriptedModuleFileName;
-    sVersion.table.GetFileVersionInfoSizeA = scriptedVersionSize;
-    sVersion.table.GetFileVersionInfoA = scriptedVersionInfo;
-    sVersion.table.VerQueryValueA = scriptedVerQuery;
+    sVersion.table.GetModuleFileNameA = moduleFileName; sVersion.table.GetFileVersionInfoSizeA = versionSize;
+    sVersion.table.GetFileVersionInfoA = versionInfo; sVersion.table.VerQueryValueA = verQuery;
     sVersion.script = std::move(script);
     sVersion.module = reinterpret_cast<HMODULE>(-1);
     sVersion.file.clear();
@@ -252,18 +198,12 @@ ScriptedVersion::~ScriptedVersion() { gOsl.system = m_saved; }
 HMODULE ScriptedVersion::AskedModule() const { return sVersion.module; }
 const std::string& ScriptedVersion::AskedFile() const { return sVersion.file; }
 const std::vector<std::string>& ScriptedVersion::AskedPaths() const { return sVersion.paths; }
+
 ScriptedText::ScriptedText(UINT codePage) : m_saved(gOsl.text) {
-    sText.table = *m_saved;
-    sText.table.GetACP = scriptedAcp;
-    sText.table.IsDBCSLeadByte = scriptedLead;
-    sText.table.CharNextA = scriptedNext;
-    sText.table.CharNextExA = scriptedNextEx;
-    sText.table.CharPrevExA = scriptedPrevEx;
-    sText.table.CharUpperA = scriptedUpper;
-    sText.table.CharLowerA = scriptedLower;
-    sText.table.CharUpperBuffA = scriptedUpperBuff;
-    sText.table.CharLowerBuffA = scriptedLowerBuff;
-    sText.page = codePage;
+    sText = {*m_saved, codePage};
+    sText.table.GetACP = acp; sText.table.IsDBCSLeadByte = lead; sText.table.CharNextA = next; sText.table.CharNextExA = nextEx;
+    sText.table.CharPrevExA = prevEx; sText.table.CharUpperA = upper; sText.table.CharLowerA = lower;
+    sText.table.CharUpperBuffA = upperBuff; sText.table.CharLowerBuffA = lowerBuff;
     gOsl.text = &sText.table;
 }
 ScriptedText::~ScriptedText() { gOsl.text = m_saved; }
@@ -271,11 +211,8 @@ ScriptedText::~ScriptedText() { gOsl.text = m_saved; }
 ScriptedShared::ScriptedShared(Script script) : m_saved(gOsl.shared) {
     sShared.real = m_saved;
     sShared.table = *m_saved;
-    sShared.table.OpenToAll = scriptedOpenToAll;
-    sShared.table.CreateMapping = scriptedCreateMapping;
-    sShared.table.CreateMutex = scriptedCreateMutex;
-    sShared.table.WaitMutex = scriptedWait;
-    sShared.table.ReleaseMutex = scriptedRelease;
+    sShared.table.OpenToAll = openToAll; sShared.table.CreateMapping = createMapping; sShared.table.CreateMutex = createMutex;
+    sShared.table.WaitMutex = waitMutex; sShared.table.ReleaseMutex = releaseMutex;
     sShared.script = std::move(script);
     sShared.nextWait = 0;
     sShared.limits.clear();

@@ -18,9 +18,8 @@ public:
     explicit ScriptedHeap(int failFrom = 0);
     ~ScriptedHeap();
     int Attempts() const;    // allocations tried, failed or not
-    int Allocations() const; // new blocks, heap and movable
+    int Outstanding() const; // new blocks, heap and movable, less those freed
     int Frees() const;
-    int Outstanding() const { return Allocations() - Frees(); }
     // How deep the calling thread held the main region during the last heap
     // call (HeapAlloc, HeapReAlloc, HeapFree, HeapSize); -1 when
     // gpCRSECTMain was null, -2 when no heap call was made.
@@ -45,15 +44,11 @@ private:
 // values by query path. What was asked is recorded.
 class ScriptedVersion {
 public:
-    struct Script {
-        std::string file;
-        bool hasResource, readable;
-        std::vector<std::pair<std::string, std::string>> values;
-    };
+    struct Script { std::string file; bool hasResource, readable; std::vector<std::pair<std::string, std::string>> values; };
     explicit ScriptedVersion(Script script);
     ~ScriptedVersion();
     HMODULE AskedModule() const;
-    const std::string& AskedFile() const;           // of GetFileVersionInfoSizeA
+    const std::string& AskedFile() const;               // of GetFileVersionInfoSizeA
     const std::vector<std::string>& AskedPaths() const; // of VerQueryValueA, in order
 
 private:
@@ -61,15 +56,11 @@ private:
 };
 
 // The window service: message boxes are recorded, not shown, and answered
-// with `answer`; the active window is `active`.
+// with IDOK; the active window is `active`.
 class ScriptedWindow {
 public:
-    struct Box {
-        HWND owner;
-        std::string text, caption;
-        UINT style;
-    };
-    explicit ScriptedWindow(HWND active = nullptr, int answer = IDOK);
+    struct Box { HWND owner; std::string text, caption; UINT style; };
+    explicit ScriptedWindow(HWND active);
     ~ScriptedWindow();
     const std::vector<Box>& Boxes() const;
 

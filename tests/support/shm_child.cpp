@@ -6,7 +6,8 @@
 //   oxl_shm_child SUFFIX SIZE stress ROUNDS SEED   random allocations and frees, every block checked
 //   oxl_shm_child SUFFIX SIZE blocked              finds the block's address taken: MemSharedInit must
 //                                                  give 0 and leave *created alone
-// The mailbox is the test's first block, at the heap's base + 52.
+// The mailbox is the test's first block, at the heap's base + 52: word 0 says
+// the mutex is held, word 1 counts the stress children ready, word 2 says go.
 // Exit codes: 0 done, 2 bad arguments, 3 the block or its heap couldn't be
 // had, 4 a block came back wrong, 5 nobody killed the holder.
 #include "core/libstate.h"
@@ -24,8 +25,6 @@
 
 namespace {
 
-constexpr unsigned kMailbox = 52;
-
 int Fill(unsigned count, uint32_t tag) {
     for (unsigned i = 0; i < count; ++i) {
         void* p = MemSharedAlloc(4);
@@ -35,18 +34,7 @@ int Fill(unsigned count, uint32_t tag) {
     return 0;
 }
 
-int Hold(char* view) {
-    if (!MemAcquireMutex()) return 4;
-    reinterpret_cast<volatile uint32_t*>(view + kMailbox)[0] = 1;
-    std::this_thread::sleep_for(std::chrono::seconds(60));
-    return 5;
-}
-
-struct Live {
-    unsigned char* p;
-    unsigned size;
-    unsigned char fill;
-};
+struct Live { unsigned char* p; unsigned size; unsigned char fill; };
 
 bool Intact(const Live& b) {
     for (unsigned i = 0; i < b.size; ++i)
@@ -56,8 +44,10 @@ bool Intact(const Live& b) {
 
 // Each block is filled with a byte of its own and looked at again before it
 // goes back: another process writing into it, or a block handed out twice,
-// shows.
-int Stress(unsigned rounds, unsigned seed) {
+// shows. The rounds start when the test says go, so that all children run at once.
+int Stress(uint32_t* mailbox, unsigned rounds, unsigned seed) {
+    __atomic_add_fetch(&mailbox[1], 1, __ATOMIC_SEQ_CST);
+    for (int i = 0; i < 30000 && !__atomic_load_n(&mailbox[2], __ATOMIC_SEQ_CST); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     std::mt19937 random(seed);
     std::vector<Live> live;
     for (unsigned round = 0; round < rounds; ++round) {
@@ -72,9 +62,8 @@ int Stress(unsigned rounds, unsigned seed) {
             if (!p) return 4;
             for (unsigned i = 0; i < size; ++i)
                 if (p[i]) return 4;
-            Live b{p, size, static_cast<unsigned char>(1 + random() % 255)};
-            std::memset(p, b.fill, size);
-            live.push_back(b);
+            live.push_back({p, size, static_cast<unsigned char>(1 + random() % 255)});
+            std::memset(p, live.back().fill, size);
         }
         if (round % 1000 == 0 && !MemSharedCheckAll()) return 4;
     }
@@ -95,19 +84,22 @@ int main(int argc, char** argv) {
     ScriptedShared shared({argv[1]});
     auto size = DWORD(std::strtoul(argv[2], nullptr, 0));
     std::string action = argv[3];
+    LONG created = -7;
     if (action == "blocked") {
-        void* at = reinterpret_cast<void*>(uintptr_t(0x40000000));
-        if (!ReserveAddress(at, size)) return 3;
-        LONG untouched = -7;
-        return MemSharedInit(&untouched, size) == nullptr && untouched == -7 ? 0 : 4;
+        if (!ReserveAddress(reinterpret_cast<void*>(uintptr_t(0x40000000)), size)) return 3;
+        return MemSharedInit(&created, size) == nullptr && created == -7 ? 0 : 4;
     }
-    LONG created = -1;
     auto* view = static_cast<char*>(MemSharedInit(&created, size));
     if (!view || created != 0 || !MemSharedInitHeap(view, size, 0)) return 3;
+    auto* mailbox = reinterpret_cast<uint32_t*>(view + 52);
     int code = 2;
     if (action == "fill" && argc == 6) code = Fill(unsigned(std::atoi(argv[4])), uint32_t(std::strtoul(argv[5], nullptr, 0)));
-    else if (action == "hold") code = Hold(view);
-    else if (action == "stress" && argc == 6) code = Stress(unsigned(std::atoi(argv[4])), unsigned(std::atoi(argv[5])));
+    else if (action == "stress" && argc == 6) code = Stress(mailbox, unsigned(std::atoi(argv[4])), unsigned(std::atoi(argv[5])));
+    else if (action == "hold" && MemAcquireMutex()) {
+        __atomic_store_n(&mailbox[0], 1, __ATOMIC_SEQ_CST);
+        std::this_thread::sleep_for(std::chrono::seconds(60));
+        code = 5;
+    }
     MemSharedTerminate();
     return code;
 }

@@ -13,43 +13,33 @@ namespace {
 
 using Values = std::vector<DWORD>;
 
-std::string show(const Values& v) {
-    std::string s = "[";
-    for (size_t i = 0; i < v.size(); ++i) s += (i ? " " : "") + std::to_string(v[i]);
-    return s + "]";
-}
-
 // The elements of an array of 4-byte elements, read one lock at a time.
 Values contents(HGLOBAL array) {
     Values v;
-    DWORD count = ARYArraySize(array) >> 16;
-    for (DWORD i = 0; i < count; ++i) {
-        auto* e = static_cast<DWORD*>(ARYArrayLock(array, LONG(i)));
+    for (LONG i = 0; i < LONG(ARYArraySize(array) >> 16); ++i) {
+        auto* e = static_cast<DWORD*>(ARYArrayLock(array, i));
         if (!e) break;
         v.push_back(*e);
         ARYArrayUnlock(array);
     }
     return v;
 }
-
+std::string show(const Values& v) {
+    std::string s;
+    for (DWORD x : v) s += (s.empty() ? "" : " ") + std::to_string(x);
+    return "[" + s + "]";
+}
 HGLOBAL make(const Values& v) {
     HGLOBAL a = ARYArrayAlloc(4, LONG(v.size()));
-    for (size_t i = 0; a && i < v.size(); ++i) {
-        *static_cast<DWORD*>(ARYArrayLock(a, LONG(i))) = v[i];
-        ARYArrayUnlock(a);
-    }
+    for (size_t i = 0; a && i < v.size(); ++i) *static_cast<DWORD*>(ARYArrayLock(a, LONG(i))) = v[i], ARYArrayUnlock(a);
     return a;
 }
-
 SIZE_T blockSize(HGLOBAL a) { return gOsl.memory->GlobalSize(a); }
 
 TEST(ARYArrayAlloc, Shapes) {
-    const struct {
-        LONG size, count;
-        bool valid;
-        DWORD sizeWord;
-    } cases[] = {
-        {0, 5, false, 0},          {-1, 5, false, 0},     {4, -1, false, 0},
+    // sizeWord: low half: the element size, high half: the count, each cut to 16 bits
+    const struct { LONG size, count; bool valid; DWORD sizeWord; } cases[] = {
+        {0, 5, false, 0},          {-1, 5, false, 0},        {4, -1, false, 0},
         {0x40000000, 8, false, 0}, {4, 0, true, 0x00000004}, {8, 3, true, 0x00030008},
         {3, 7, true, 0x00070003},  {1, 70000, true, 0x11700001}, {0x10005, 2, true, 0x00020005},
     };
@@ -57,8 +47,7 @@ TEST(ARYArrayAlloc, Shapes) {
         HGLOBAL a = ARYArrayAlloc(c.size, c.count);
         EXPECT_EQ(a != nullptr, c.valid) << "ARYArrayAlloc(" << c.size << ", " << c.count << ")";
         if (!a) continue;
-        EXPECT_EQ(ARYArraySize(a), c.sizeWord) << std::hex << "ARYArraySize after ARYArrayAlloc(0x" << c.size << ", 0x"
-                                               << c.count << ")";
+        EXPECT_EQ(ARYArraySize(a), c.sizeWord) << std::hex << "ARYArraySize of ARYArrayAlloc(0x" << c.size << ", 0x" << c.count << ")";
         EXPECT_EQ(blockSize(a), 8 + SIZE_T(c.size) * c.count) << "block of ARYArrayAlloc(" << c.size << ", " << c.count << ")";
         if (c.count) {
             auto* last = static_cast<unsigned char*>(ARYArrayLock(a, c.count - 1));
@@ -79,55 +68,35 @@ TEST(ARYArrayLock, AnIndexOutsideTheArrayLeavesTheLockCountAlone) {
         EXPECT_FALSE(ARYArrayUnlock(a)) << "still locked after ARYArrayLock(index " << index << ") gave null";
     }
     auto* e = static_cast<char*>(ARYArrayLock(a, 2));
-    auto* first = static_cast<char*>(ARYArrayLock(a, 0));
-    EXPECT_EQ(e - first, 8) << "element 2 lies two elements after element 0";
-    ARYArrayUnlock(a);
-    ARYArrayUnlock(a);
-    ARYArrayFree(a);
+    EXPECT_EQ(e - static_cast<char*>(ARYArrayLock(a, 0)), 8) << "element 2 lies two elements after element 0";
+    ARYArrayUnlock(a), ARYArrayUnlock(a), ARYArrayFree(a);
 }
 
-TEST(ARYArrayInsert, AddsAZeroElement) {
-    const struct {
-        LONG index;
-        Values after;
-    } cases[] = {
-        {0, {0, 10, 11, 12}}, {1, {10, 0, 11, 12}}, {2, {10, 11, 0, 12}},
-        {3, {10, 11, 12, 0}}, {-1, {10, 11, 12, 0}}, {99, {10, 11, 12, 0}},
+// Insertion adds a zero element at the index, or at the end for any index
+// outside 0 to count; deletion takes the element at the index, or the last.
+TEST(ARYArray, InsertAndDelete) {
+    const struct { bool insert; Values before; LONG index; Values after; } rows[] = {
+        {true, {10, 11, 12}, 0, {0, 10, 11, 12}},  {true, {10, 11, 12}, 1, {10, 0, 11, 12}}, {true, {10, 11, 12}, 2, {10, 11, 0, 12}},
+        {true, {10, 11, 12}, 3, {10, 11, 12, 0}},  {true, {10, 11, 12}, -1, {10, 11, 12, 0}}, {true, {10, 11, 12}, 99, {10, 11, 12, 0}},
+        {true, {}, 5, {0}},                        {false, {10, 11, 12}, 0, {11, 12}},       {false, {10, 11, 12}, 1, {10, 12}},
+        {false, {10, 11, 12}, 2, {10, 11}},        {false, {10, 11, 12}, -1, {10, 11}},      {false, {10, 11, 12}, 3, {10, 11}},
+        {false, {10, 11, 12}, 99, {10, 11}},       {false, {7}, 0, {}},
     };
-    for (const auto& c : cases) {
-        HGLOBAL a = ARYArrayInsert(make({10, 11, 12}), c.index);
-        ASSERT_NE(a, nullptr) << "ARYArrayInsert([10 11 12], " << c.index << ")";
-        EXPECT_EQ(show(contents(a)), show(c.after)) << "ARYArrayInsert([10 11 12], " << c.index << ")";
-        EXPECT_EQ(blockSize(a), 24u) << "block after ARYArrayInsert(" << c.index << ")";
-        ARYArrayFree(a);
+    for (const auto& r : rows) {
+        std::string call = std::string(r.insert ? "ARYArrayInsert(" : "ARYArrayDelete(") + show(r.before) + ", " + std::to_string(r.index) + ")";
+        HGLOBAL a = (r.insert ? ARYArrayInsert : ARYArrayDelete)(make(r.before), r.index);
+        ASSERT_NE(a, nullptr) << call;
+        EXPECT_EQ(show(contents(a)), show(r.after)) << call;
+        EXPECT_EQ(ARYArraySize(a), (r.after.size() << 16) + 4) << call;
+        EXPECT_EQ(blockSize(a), 8 + 4 * r.after.size()) << call;
+        EXPECT_EQ(ARYArrayFree(a), nullptr) << call;
     }
-    HGLOBAL empty = ARYArrayInsert(ARYArrayAlloc(4, 0), 5);
-    EXPECT_EQ(show(contents(empty)), "[0]") << "ARYArrayInsert into an empty array";
-    ARYArrayFree(empty);
     EXPECT_EQ(ARYArrayInsert(nullptr, 0), nullptr) << "ARYArrayInsert(null)";
-}
-
-TEST(ARYArrayDelete, RemovesOneElement) {
-    const struct {
-        LONG index;
-        Values after;
-    } cases[] = {
-        {0, {11, 12}}, {1, {10, 12}}, {2, {10, 11}}, {-1, {10, 11}}, {3, {10, 11}}, {99, {10, 11}},
-    };
-    for (const auto& c : cases) {
-        HGLOBAL a = ARYArrayDelete(make({10, 11, 12}), c.index);
-        ASSERT_NE(a, nullptr) << "ARYArrayDelete([10 11 12], " << c.index << ")";
-        EXPECT_EQ(show(contents(a)), show(c.after)) << "ARYArrayDelete([10 11 12], " << c.index << ")";
-        EXPECT_EQ(blockSize(a), 16u) << "block after ARYArrayDelete(" << c.index << ")";
-        ARYArrayFree(a);
-    }
-    HGLOBAL one = ARYArrayDelete(make({7}), 0);
-    ASSERT_NE(one, nullptr);
-    EXPECT_EQ(ARYArraySize(one), 4u) << "ARYArrayDelete of the only element";
-    EXPECT_EQ(ARYArrayDelete(one, 0), nullptr) << "ARYArrayDelete on an array without elements";
-    EXPECT_EQ(ARYArraySize(one), 4u) << "an array without elements after ARYArrayDelete";
-    ARYArrayFree(one);
     EXPECT_EQ(ARYArrayDelete(nullptr, 0), nullptr) << "ARYArrayDelete(null)";
+    HGLOBAL none = make({});
+    EXPECT_EQ(ARYArrayDelete(none, 0), nullptr) << "ARYArrayDelete on an array without elements";
+    EXPECT_EQ(ARYArraySize(none), 4u) << "an array without elements after ARYArrayDelete";
+    ARYArrayFree(none);
 }
 
 TEST(ARYArray, MemoryFailuresLoseNothing) {
@@ -141,8 +110,7 @@ TEST(ARYArray, MemoryFailuresLoseNothing) {
         ScriptedHeap heap(1);
         EXPECT_EQ(ARYArrayInsert(a, 0), nullptr) << "ARYArrayInsert when the block cannot grow";
         EXPECT_EQ(show(contents(a)), "[10 11 12]") << "the array after a failed ARYArrayInsert";
-        HGLOBAL b = ARYArrayDelete(a, 0);
-        EXPECT_EQ(b, a) << "ARYArrayDelete when the block cannot shrink gives the handle it was given";
+        EXPECT_EQ(ARYArrayDelete(a, 0), a) << "ARYArrayDelete when the block cannot shrink gives the handle it was given";
         EXPECT_EQ(show(contents(a)), "[11 12]") << "the array after ARYArrayDelete could not shrink it";
         EXPECT_EQ(heap.Attempts(), 2);
     }

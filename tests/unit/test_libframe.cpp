@@ -6,19 +6,17 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace {
 
-TEST(LibFrame, LoadHasRun) {
-    const LIBSTATE& s = *gpLibState;
-    EXPECT_NE(s.hInstance, nullptr);
-    EXPECT_EQ(s.dwPlatformId, DWORD(VER_PLATFORM_WIN32_NT));
-    EXPECT_EQ(s.bProfileStale, 1);
-    EXPECT_EQ(s.bTextLoaded, 0) << "no calendar text is loaded yet";
-    EXPECT_EQ(s.wSystemLangId, gOsl.system->GetSystemDefaultLangID());
-}
-
-TEST(LibFrame, SecondAttachLeavesTheFirstAlone) {
+TEST(LibFrame, LoadHasRunAndASecondAttachLeavesItAlone) {
     LIBSTATE before = *gpLibState;
+    EXPECT_NE(before.hInstance, nullptr);
+    EXPECT_EQ(before.dwPlatformId, DWORD(VER_PLATFORM_WIN32_NT));
+    EXPECT_EQ(before.bProfileStale, 1);
+    EXPECT_EQ(before.bTextLoaded, 0) << "no calendar text is loaded yet";
+    EXPECT_EQ(before.wSystemLangId, gOsl.system->GetSystemDefaultLangID());
     {
         ScriptedSystem japanese(0x0411, 0x0411, 1);
         LibEntry(reinterpret_cast<HINSTANCE>(0x1234), DLL_PROCESS_ATTACH, nullptr);
@@ -30,13 +28,22 @@ TEST(LibFrame, SecondAttachLeavesTheFirstAlone) {
     EXPECT_EQ(gpLibState->wSystemLangId, before.wSystemLangId);
 }
 
+// The text fields of the process record have fixed widths: the string
+// resources and the calendar names are copied into them at these sizes.
+TEST(LibFrame, TextFieldWidths) {
+    const LIBSTATE& s = *gpLibState;
+    const struct { const char* field; size_t size, want; } rows[] = {
+        {"szDateTypeKey", sizeof s.szDateTypeKey, 20}, {"szShortGregorian", sizeof s.szShortGregorian, 25},
+        {"szLongGregorian", sizeof s.szLongGregorian, 24}, {"szJapanGregorian", sizeof s.szJapanGregorian, 25},
+        {"szJapanEmperor", sizeof s.szJapanEmperor, 23}, {"szEmpBoundryCheck", sizeof s.szEmpBoundryCheck, 31},
+        {"aShortDays", sizeof s.aShortDays, 7 * 16}, {"aLongDays", sizeof s.aLongDays, 7 * 16},
+        {"aShortMonths", sizeof s.aShortMonths, 12 * 16}, {"aLongMonths", sizeof s.aLongMonths, 12 * 16},
+    };
+    for (const auto& r : rows) EXPECT_EQ(r.size, r.want) << "bytes of LIBSTATE::" << r.field;
+}
+
 TEST(IntlInit, EnvironmentFollowsTheLanguages) {
-    const struct {
-        LANGID system;
-        LCID user;
-        int dbcs, language, bidi;
-        WORD primary;
-    } cases[] = {
+    const struct { LANGID system; LCID user; int dbcs, language, bidi; WORD primary; } cases[] = {
         {0x0409, 0x0409, 0, 0, 0, 0x09},  // English
         {0x0411, 0x0411, 1, 1, 0, 0x11},  // Japanese
         {0x0804, 0x0804, 1, 2, 0, 0x04},  // Chinese, PRC
@@ -56,13 +63,15 @@ TEST(IntlInit, EnvironmentFollowsTheLanguages) {
             IntlInit();
         }
         const LIBSTATE& s = *gpLibState;
-        EXPECT_EQ(s.bDBCS, c.dbcs) << std::hex << "IntlInit, system 0x" << c.system << " user 0x" << c.user;
-        EXPECT_EQ(s.nDBCSLanguage, c.language) << std::hex << "system 0x" << c.system;
-        EXPECT_EQ(s.bBiDi, c.bidi) << std::hex << "system 0x" << c.system << " user 0x" << c.user;
-        EXPECT_EQ(s.wSystemLangId, c.system);
-        EXPECT_EQ(s.wPrimaryLangId, c.primary) << std::hex << "system 0x" << c.system;
-        EXPECT_EQ(IntlDBCSEnabled(), c.dbcs);
-        EXPECT_EQ(IntlIsBiDiEnabled(), c.bidi);
+        std::ostringstream what;
+        what << std::hex << "IntlInit, system 0x" << c.system << " user 0x" << c.user;
+        EXPECT_EQ(s.bDBCS, c.dbcs) << what.str();
+        EXPECT_EQ(s.nDBCSLanguage, c.language) << what.str();
+        EXPECT_EQ(s.bBiDi, c.bidi) << what.str();
+        EXPECT_EQ(s.wSystemLangId, c.system) << what.str();
+        EXPECT_EQ(s.wPrimaryLangId, c.primary) << what.str();
+        EXPECT_EQ(IntlDBCSEnabled(), c.dbcs) << what.str();
+        EXPECT_EQ(IntlIsBiDiEnabled(), c.bidi) << what.str();
     }
     IntlInit(); // back to the real system's environment
 }

@@ -12,6 +12,7 @@ namespace {
 
 // The values head to tail, checked against the walk tail to head and the count.
 std::string walk(const List* list) {
+    if (!list) return "null";
     std::string forward, backward;
     DWORD n = 0;
     for (const Node* p = list->head; p && n <= list->count; p = p->next, ++n) forward += std::to_string(p->value) + " ";
@@ -24,76 +25,55 @@ std::string walk(const List* list) {
 
 List* make(std::vector<LONG> values) {
     List* list = ListCreateHeader();
-    for (LONG v : values) ListAppendNode(list, v);
+    for (LONG v : values) EXPECT_EQ(ListAppendNode(list, v), list->tail) << "ListAppendNode(" << v << ") gives the new tail";
     return list;
 }
 
-TEST(List, AppendLinksBothWays) {
-    ScriptedHeap heap;
-    List* list = make({});
-    ASSERT_NE(list, nullptr);
-    EXPECT_EQ(walk(list), "[]") << "ListCreateHeader";
-    for (LONG v : {5, -6, 7}) {
-        Node* node = ListAppendNode(list, v);
-        EXPECT_EQ(node, static_cast<Node*>(list->tail)) << "ListAppendNode(" << v << ") gives the new tail";
-    }
-    EXPECT_EQ(walk(list), "[5 -6 7 ]");
-    EXPECT_EQ(ListAppendNode(nullptr, 1), nullptr) << "ListAppendNode(null list)";
-    EXPECT_EQ(ListDestroyList(list, 1), nullptr) << "ListDestroyList(list, 1)";
-    EXPECT_EQ(heap.Outstanding(), 0) << "blocks left after ListDestroyList(list, 1)";
-}
-
-TEST(ListIndexNode, FromTheHead) {
-    List* list = make({10, 11, 12});
+TEST(List, IndexFromTheHead) {
+    List* list = make({10, -11, 12});
     List* empty = make({});
-    const struct {
-        List* list;
-        LONG index;
-        const char* gives; // the node's value, or null
-    } cases[] = {
-        {list, 0, "10"}, {list, 1, "11"}, {list, 2, "12"}, {list, 3, nullptr},
-        {list, -1, nullptr}, {empty, 0, nullptr}, {nullptr, 0, nullptr},
-    };
+    // gives: the node's value, or null
+    const struct { List* list; LONG index; const char* gives; } cases[] = {{list, 0, "10"}, {list, 1, "-11"}, {list, 2, "12"}, {list, 3, "null"},
+                 {list, -1, "null"}, {empty, 0, "null"}, {nullptr, 0, "null"}};
     for (const auto& c : cases) {
         Node* n = ListIndexNode(c.list, c.index);
-        std::string got = n ? std::to_string(n->value) : "null";
-        EXPECT_EQ(got, c.gives ? c.gives : "null") << "ListIndexNode(" << (c.list ? walk(c.list) : "null") << ", "
-                                                   << c.index << ")";
+        EXPECT_EQ(n ? std::to_string(n->value) : "null", c.gives) << "ListIndexNode(" << walk(c.list) << ", " << c.index << ")";
     }
-    ListDestroyList(list, 1);
-    ListDestroyList(empty, 1);
+    EXPECT_EQ(ListAppendNode(nullptr, 1), nullptr) << "ListAppendNode(null list)";
+    EXPECT_EQ(ListDestroyList(list, 1), nullptr) << "ListDestroyList(list, 1)";
+    EXPECT_EQ(ListDestroyList(empty, 1), nullptr) << "ListDestroyList(empty list, 1)";
+    EXPECT_EQ(ListDestroyList(nullptr, 0), nullptr) << "ListDestroyList(null, 0)";
 }
 
-TEST(ListDeleteNode, JoinsTheNeighbours) {
+// Deleting joins the neighbours; index -1 stands for a node of another list,
+// which no call with an empty list or a null may touch.
+TEST(List, DeleteNodeJoinsTheNeighbours) {
     const struct {
         std::vector<LONG> before;
         LONG index;
+        int result;
         const char* after;
-    } cases[] = {
-        {{10, 11, 12}, 0, "[11 12 ]"}, {{10, 11, 12}, 1, "[10 12 ]"},
-        {{10, 11, 12}, 2, "[10 11 ]"}, {{10}, 0, "[]"},
-    };
+    } cases[] = {{{10, 11, 12}, 0, 1, "[11 12 ]"}, {{10, 11, 12}, 1, 1, "[10 12 ]"}, {{10, 11, 12}, 2, 1, "[10 11 ]"},
+                 {{10}, 0, 1, "[]"},             {{}, -1, 0, "[]"},               {{10}, 5, 0, "[10 ]"}};
     for (const auto& c : cases) {
         ScriptedHeap heap;
         List* list = make(c.before);
-        std::string before = walk(list);
-        EXPECT_EQ(ListDeleteNode(list, ListIndexNode(list, c.index)), 1) << "ListDeleteNode(" << before << ", " << c.index << ")";
-        EXPECT_EQ(walk(list), c.after) << "ListDeleteNode(" << before << ", node " << c.index << ")";
-        EXPECT_EQ(heap.Frees(), 1) << "nodes freed by ListDeleteNode(" << before << ", " << c.index << ")";
-        ListDestroyList(list, 1);
-        EXPECT_EQ(heap.Outstanding(), 0);
+        List* other = make({1});
+        std::string call = "ListDeleteNode(" + walk(list) + ", node " + std::to_string(c.index) + ")";
+        EXPECT_EQ(ListDeleteNode(list, c.index < 0 ? other->head : ListIndexNode(list, c.index)), c.result) << call;
+        EXPECT_EQ(walk(list), c.after) << call;
+        EXPECT_EQ(heap.Frees(), c.result) << "nodes freed by " << call;
+        EXPECT_EQ(walk(other), "[1 ]") << call;
+        ListDestroyList(list, 1), ListDestroyList(other, 1);
+        EXPECT_EQ(heap.Outstanding(), 0) << call;
     }
-    List* list = make({});
-    List* other = make({1});
-    Node* stray = other->head;
-    EXPECT_EQ(ListDeleteNode(list, stray), 0) << "ListDeleteNode on an empty list";
-    EXPECT_EQ(ListDeleteNode(list, nullptr), 0) << "ListDeleteNode(list, null)";
-    EXPECT_EQ(ListDeleteNode(nullptr, stray), 0) << "ListDeleteNode(null, node)";
+    List* list = make({1});
+    EXPECT_EQ(ListDeleteNode(nullptr, list->head), 0) << "ListDeleteNode(null, node)";
+    EXPECT_EQ(walk(list), "[1 ]");
     ListDestroyList(list, 1);
-    ListDestroyList(other, 1);
 }
 
-TEST(ListDestroyList, KeepingTheHeaderLeavesAUsableList) {
+TEST(List, DestroyKeepingTheHeaderLeavesAUsableList) {
     ScriptedHeap heap;
     List* list = make({1, 2, 3});
     EXPECT_EQ(ListDestroyList(list, 0), list) << "ListDestroyList(list, 0)";
@@ -101,7 +81,6 @@ TEST(ListDestroyList, KeepingTheHeaderLeavesAUsableList) {
     EXPECT_EQ(heap.Outstanding(), 1) << "only the header is left";
     ListAppendNode(list, 4);
     EXPECT_EQ(walk(list), "[4 ]") << "appending after ListDestroyList(list, 0)";
-    EXPECT_EQ(ListDestroyList(nullptr, 0), nullptr) << "ListDestroyList(null, 0)";
     ListDestroyList(list, 1);
     EXPECT_EQ(heap.Outstanding(), 0);
 }

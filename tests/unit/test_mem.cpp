@@ -8,46 +8,35 @@
 
 #include <cstring>
 #include <functional>
+#include <sstream>
 
 namespace {
 
-bool allZero(const void* p, size_t n) {
-    const auto* b = static_cast<const unsigned char*>(p);
-    for (size_t i = 0; i < n; ++i)
-        if (b[i]) return false;
-    return true;
+DWORD nonZero(const unsigned char* p, DWORD from, DWORD to) {
+    DWORD n = 0;
+    for (DWORD i = from; i < to; ++i) n += p[i] != 0;
+    return n;
 }
 
-TEST(MemAlloc, GivesZeroedBlocksOfTheSizeAsked) {
-    for (DWORD size : {1u, 16u, 4096u, 100000u}) {
-        // Dirty a block of the same size first, so a reused one would show.
-        void* dirty = MemAlloc(size);
-        ASSERT_NE(dirty, nullptr) << "MemAlloc(" << size << ")";
-        std::memset(dirty, 0xAB, size);
-        MemFree(dirty);
-        void* p = MemAlloc(size);
-        ASSERT_NE(p, nullptr) << "MemAlloc(" << size << ")";
-        EXPECT_EQ(MemSize(p), size) << "MemSize after MemAlloc(" << size << ")";
-        EXPECT_TRUE(allZero(p, size)) << "MemAlloc(" << size << ") is not zero-filled";
-        MemFree(p);
-    }
-}
-
-TEST(MemRealloc, KeepsTheOldBytesAndZeroFillsTheNew) {
-    const struct {
-        DWORD from, to;
-    } cases[] = {{16, 64}, {64, 16}, {1, 100000}, {100, 100}};
-    for (const auto& c : cases) {
-        auto* p = static_cast<unsigned char*>(MemAlloc(c.from));
-        ASSERT_NE(p, nullptr);
-        for (DWORD i = 0; i < c.from; ++i) p[i] = static_cast<unsigned char>(i % 251 + 1);
-        auto* q = static_cast<unsigned char*>(MemRealloc(p, c.to));
-        ASSERT_NE(q, nullptr) << "MemRealloc(" << c.from << " bytes, " << c.to << ")";
-        EXPECT_EQ(MemSize(q), c.to) << "MemRealloc(" << c.from << " bytes, " << c.to << ")";
-        DWORD kept = c.from < c.to ? c.from : c.to, wrong = 0;
+// from 0: MemAlloc(to), after a block of that size was dirtied and freed, so
+// that a reused block would show. Otherwise MemRealloc of a block of `from`
+// bytes, each holding a byte of its own: the old bytes stay, the new are zero.
+TEST(Mem, BlocksHaveTheSizeAskedAndComeZeroed) {
+    const struct { DWORD from, to; } rows[] = {{0, 1}, {0, 16}, {0, 4096}, {0, 100000}, {16, 64}, {64, 16}, {1, 100000}, {100, 100}};
+    for (const auto& r : rows) {
+        std::ostringstream call;
+        call << (r.from ? "MemRealloc(block of " : "MemAlloc(") << (r.from ? std::to_string(r.from) + ", " : "") << r.to << ")";
+        auto* p = static_cast<unsigned char*>(MemAlloc(r.from ? r.from : r.to));
+        ASSERT_NE(p, nullptr) << call.str();
+        for (DWORD i = 0; i < (r.from ? r.from : r.to); ++i) p[i] = static_cast<unsigned char>(i % 251 + 1);
+        if (!r.from) MemFree(p);
+        auto* q = static_cast<unsigned char*>(r.from ? MemRealloc(p, r.to) : MemAlloc(r.to));
+        ASSERT_NE(q, nullptr) << call.str();
+        EXPECT_EQ(MemSize(q), r.to) << "MemSize after " << call.str();
+        DWORD kept = r.from < r.to ? r.from : r.to, wrong = 0;
         for (DWORD i = 0; i < kept; ++i) wrong += q[i] != i % 251 + 1;
-        EXPECT_EQ(wrong, 0u) << "old bytes changed by MemRealloc(" << c.from << " bytes, " << c.to << ")";
-        EXPECT_TRUE(allZero(q + kept, c.to - kept)) << "new bytes of MemRealloc(" << c.from << ", " << c.to << ")";
+        EXPECT_EQ(wrong, 0u) << "old bytes changed by " << call.str();
+        EXPECT_EQ(nonZero(q, kept, r.to), 0u) << "new bytes not zero after " << call.str();
         MemFree(q);
     }
 }
@@ -55,21 +44,15 @@ TEST(MemRealloc, KeepsTheOldBytesAndZeroFillsTheNew) {
 // Null and zero arguments: what comes back, and how many blocks the heap
 // saw made and freed on the way.
 TEST(Mem, NullAndZeroArguments) {
-    struct Row {
-        const char* call;
-        std::function<void*()> run;
-        bool gives;
-        int heapAttempts, frees;
-    };
-    const Row rows[] = {
+    const struct { const char* call; std::function<void*()> run; bool gives; int heapAttempts, frees; } rows[] = {
         {"MemAlloc(0)", [] { return MemAlloc(0); }, false, 0, 0},
         {"MemRealloc(null, 0)", [] { return MemRealloc(nullptr, 0); }, false, 0, 0},
         {"MemRealloc(null, 16)", [] { return MemRealloc(nullptr, 16); }, true, 1, 0},
         {"MemRealloc(block, 0)", [] { return MemRealloc(MemAlloc(8), 0); }, false, 1, 1},
-        {"MemFree(null)", [] { MemFree(nullptr); return nullptr; }, false, 0, 0},
+        {"MemFree(null)", [] { return MemFree(nullptr), nullptr; }, false, 0, 0},
         {"MemSize(null)", [] { return reinterpret_cast<void*>(uintptr_t(MemSize(nullptr))); }, false, 0, 0},
     };
-    for (const Row& r : rows) {
+    for (const auto& r : rows) {
         ScriptedHeap heap;
         void* got = r.run();
         EXPECT_EQ(got != nullptr, r.gives) << r.call << " gave " << got;
@@ -77,7 +60,7 @@ TEST(Mem, NullAndZeroArguments) {
         EXPECT_EQ(heap.Frees(), r.frees) << r.call << ": blocks freed";
         if (got) {
             EXPECT_EQ(MemSize(got), 16u) << r.call;
-            EXPECT_TRUE(allZero(got, 16)) << r.call;
+            EXPECT_EQ(nonZero(static_cast<unsigned char*>(got), 0, 16), 0u) << r.call;
             MemFree(got);
         }
         EXPECT_EQ(heap.Outstanding(), 0) << r.call << " leaves a block";
@@ -85,7 +68,7 @@ TEST(Mem, NullAndZeroArguments) {
 }
 
 TEST(Mem, AnExhaustedHeapGivesNullAndLosesNothing) {
-    void* keep = MemAlloc(16);
+    auto* keep = static_cast<unsigned char*>(MemAlloc(16));
     ASSERT_NE(keep, nullptr);
     std::memset(keep, 0x5A, 16);
     {
@@ -97,45 +80,37 @@ TEST(Mem, AnExhaustedHeapGivesNullAndLosesNothing) {
         EXPECT_EQ(heap.Outstanding(), 0);
     }
     EXPECT_EQ(MemSize(keep), 16u) << "the block a failed MemRealloc was given";
-    EXPECT_EQ(static_cast<unsigned char*>(keep)[15], 0x5A);
+    EXPECT_EQ(keep[15], 0x5A);
     MemFree(keep);
 }
 
 // Each heap call is made holding the main region one level deeper than the
-// caller did, and with no region at all while gpCRSECTMain is null.
+// caller did, and with no region at all while gpCRSECTMain is null (in a
+// static initialiser or finaliser).
 TEST(Mem, HeapCallsRunUnderTheMainRegion) {
-    // Each ends in the call named; what it gives back is freed afterwards.
-    const struct {
-        const char* call;
-        void* (*run)();
-    } calls[] = {
+    // call: each ends in the call named; what it gives back is freed afterwards
+    const struct { const char* call; void* (*run)(); } calls[] = {
         {"MemAlloc", [] { return MemAlloc(8); }},
         {"MemRealloc", [] { return MemRealloc(MemAlloc(8), 24); }},
-        {"MemSize", [] { void* p = MemAlloc(8); MemSize(p); return p; }},
-        {"MemFree", [] { MemFree(MemAlloc(8)); return static_cast<void*>(nullptr); }},
+        {"MemSize", [] { void* p = MemAlloc(8); return MemSize(p), p; }},
+        {"MemFree", [] { return MemFree(MemAlloc(8)), static_cast<void*>(nullptr); }},
     };
     CR_SECT* main = gpCRSECTMain;
     ASSERT_NE(main, nullptr);
     for (const auto& c : calls) {
-        for (long held : {0L, 2L}) {
+        for (long held : {0L, 2L, -1L}) {
             CR_Rewind(main, held);
+            if (held < 0) gpCRSECTMain = nullptr;
             {
                 ScriptedHeap heap;
                 void* left = c.run();
-                EXPECT_EQ(heap.LastDepth(), held + 1) << c.call << " with the main region held " << held << " deep";
+                EXPECT_EQ(heap.LastDepth(), held < 0 ? -1 : held + 1) << c.call << " with the main region held " << held << " deep";
                 MemFree(left);
+                EXPECT_EQ(heap.Outstanding(), 0) << c.call;
             }
-            EXPECT_EQ(CR_Unwind(main), held) << c.call << " left the main region at another depth";
+            gpCRSECTMain = main;
+            EXPECT_EQ(CR_Unwind(main), held < 0 ? 0 : held) << c.call << " left the main region at another depth";
         }
-        gpCRSECTMain = nullptr; // as in a static initialiser or finaliser
-        {
-            ScriptedHeap heap;
-            void* left = c.run();
-            EXPECT_EQ(heap.LastDepth(), -1) << c.call << " without the main region";
-            MemFree(left);
-            EXPECT_EQ(heap.Outstanding(), 0) << c.call << " without the main region";
-        }
-        gpCRSECTMain = main;
     }
 }
 

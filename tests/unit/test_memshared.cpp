@@ -1,7 +1,8 @@
 // The shared heap: its bytes after each operation, the fit and merge rules,
-// damage, the mutex's results (scripted and real), and failures of the
-// objects underneath. Each test process uses names of its own, so suites
-// running side by side never share a block.
+// damage, the mutex's results (scripted and real), failures of the objects
+// underneath, and other processes (oxl_shm_child) working in the same block.
+// Each test process uses names of its own, so suites running side by side
+// never share a block.
 #include <oxlrt31/memshared.h>
 #include "core/memstate.h"
 #include "../support/child_process.h"
@@ -9,7 +10,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstring>
+#include <map>
+#include <memory>
+#include <sstream>
 #include <thread>
 #include <vector>
 
@@ -24,11 +30,8 @@
 
 namespace {
 
-constexpr DWORD kView = 0x10000;
 constexpr uint32_t kSigA = 0x78563412, kSigB = 0xF1DEBC9A;
-
-// The header's words, by offset.
-enum { SIZE = 4, BASE = 8, NEXT = 12, END = 16, FREE = 20, USED = 24 };
+enum { SIZE = 4, BASE = 8, NEXT = 12, END = 16, FREE = 20, USED = 24 }; // the header's words, by offset
 
 uint32_t Word(uint32_t at) {
     uint32_t v;
@@ -36,6 +39,7 @@ uint32_t Word(uint32_t at) {
     return v;
 }
 uint32_t Addr(const void* p) { return uint32_t(reinterpret_cast<uintptr_t>(p)); }
+void* Ptr(uint32_t at) { return reinterpret_cast<void*>(uintptr_t(at)); }
 
 // The mutex handle lives as long as the process; a test that scripts its
 // creation first lets go of the one there is.
@@ -44,15 +48,16 @@ void ForgetMutex() {
     gMemState.hMutex = nullptr;
 }
 
-// A heap of 1000 bytes at the start of a fresh shared block.
+// A heap of `m_heap` bytes at the start of a fresh shared block of 64 KB.
 class SharedHeap : public testing::Test {
 protected:
+    static constexpr DWORD kView = 0x10000;
+    DWORD m_heap = 1000;
     void SetUp() override {
         LONG created = -1;
-        m_view = MemSharedInit(&created, kView);
-        ASSERT_NE(m_view, nullptr) << "MemSharedInit(" << kView << ")";
+        ASSERT_NE(m_view = MemSharedInit(&created, kView), nullptr) << "MemSharedInit(" << kView << ")";
         ASSERT_EQ(created, 1) << "MemSharedInit's created flag for a new block";
-        ASSERT_EQ(MemSharedInitHeap(m_view, 1000, 1), 1);
+        ASSERT_EQ(MemSharedInitHeap(m_view, m_heap, 1), 1);
         base = Addr(m_view);
     }
     void TearDown() override {
@@ -61,20 +66,17 @@ protected:
     }
     uint32_t Header(int field) const { return Word(base + field); }
     uint32_t Alloc(DWORD size) { return Addr(MemSharedAlloc(size)); }
-    void Free(uint32_t payload) { MemSharedFree(reinterpret_cast<void*>(uintptr_t(payload))); }
+    void Free(uint32_t payload) { MemSharedFree(Ptr(payload)); }
     // The free list from its head: block address and payload size.
     std::vector<std::pair<uint32_t, uint32_t>> FreeList() const {
         std::vector<std::pair<uint32_t, uint32_t>> list;
-        for (uint32_t at = Header(FREE); at && list.size() < 100;) {
+        for (uint32_t at = Header(FREE); at && list.size() < 100 && (list.empty() || at != Header(FREE)); at = Word(at + 4))
             list.emplace_back(at, Word(at + 12));
-            at = Word(at + 4);
-            if (at == Header(FREE)) break;
-        }
         return list;
     }
     std::vector<unsigned char> Bytes() const {
         auto* p = static_cast<const unsigned char*>(m_view);
-        return {p, p + 1000};
+        return {p, p + m_heap};
     }
 
     ScriptedShared m_shared{{SharedSuffix()}};
@@ -82,127 +84,93 @@ protected:
     uint32_t base = 0;
 };
 
-TEST_F(SharedHeap, FormatOfTheHeaderAndOfABlock) {
-    EXPECT_EQ(Header(0), kSigA);
-    EXPECT_EQ(Header(SIZE), 1000u);
-    EXPECT_EQ(Header(BASE), base);
-    EXPECT_EQ(Header(NEXT), base + 32);
-    EXPECT_EQ(Header(END), base + 1000);
-    EXPECT_EQ(Header(28), kSigB);
+TEST_F(SharedHeap, FormatOfTheHeaderAndOfBlocks) {
     const unsigned char sigBytes[] = {0x12, 0x34, 0x56, 0x78};
     EXPECT_EQ(std::memcmp(m_view, sigBytes, 4), 0) << "signature A is stored little-endian";
-
-    uint32_t p = Alloc(100);
+    uint32_t p = Alloc(100), b = p - 20;
     ASSERT_EQ(p, base + 52) << "MemSharedAlloc(100) in a fresh heap";
-    uint32_t b = p - 20;
-    const struct {
-        uint32_t at, want;
-        const char* what;
-    } words[] = {
-        {base + NEXT, base + 160, "heap's next"}, {base + USED, b, "used list"}, {base + FREE, 0, "free list"},
-        {b, kSigA, "head signature A"},           {b + 4, b, "next of a lone block"},
-        {b + 8, b, "prev of a lone block"},       {b + 12, 100, "size"},
-        {b + 16, kSigB, "head signature B"},      {p + 100, kSigA, "tail signature A"},
-        {p + 104, kSigB, "tail signature B"},
+    const struct { uint32_t at, want; const char* what; } words[] = {
+        {base, kSigA, "heap's signature A"}, {base + SIZE, m_heap, "heap's size"}, {base + BASE, base, "heap's base"},
+        {base + NEXT, base + 160, "heap's next"}, {base + END, base + m_heap, "heap's end"}, {base + 28, kSigB, "heap's signature B"},
+        {base + USED, b, "used list"}, {base + FREE, 0, "free list"}, {b, kSigA, "head signature A"},
+        {b + 4, b, "next of a lone block"}, {b + 8, b, "prev of a lone block"}, {b + 12, 100, "size"},
+        {b + 16, kSigB, "head signature B"}, {p + 100, kSigA, "tail signature A"}, {p + 104, kSigB, "tail signature B"},
     };
     for (const auto& w : words) EXPECT_EQ(Word(w.at), w.want) << w.what << " at base + " << w.at - base;
-    EXPECT_EQ(MemSharedCheck(reinterpret_cast<void*>(uintptr_t(p))), 1);
-}
-
-TEST_F(SharedHeap, ListsInsertAtTheHead) {
-    uint32_t a = Alloc(10) - 20, b = Alloc(10) - 20, c = Alloc(10) - 20;
-    EXPECT_EQ(Header(USED), c) << "the newest block heads the used list";
-    const struct {
-        uint32_t block, next, prev;
-    } links[] = {{c, b, a}, {b, a, c}, {a, c, b}};
+    EXPECT_EQ(MemSharedCheck(Ptr(p)), 1);
+    // Lists insert at the head: the newest block first, the oldest last.
+    uint32_t c = Alloc(10) - 20, d = Alloc(10) - 20;
+    EXPECT_EQ(Header(USED), d) << "the newest block heads the used list";
+    const struct { uint32_t block, next, prev; } links[] = {{d, c, b}, {c, b, d}, {b, d, c}};
     for (const auto& l : links) {
         EXPECT_EQ(Word(l.block + 4), l.next) << "next of block at base + " << l.block - base;
         EXPECT_EQ(Word(l.block + 8), l.prev) << "prev of block at base + " << l.block - base;
     }
 }
 
-TEST_F(SharedHeap, FreeingTheLastBlockInUseResetsTheHeap) {
-    uint32_t a = Alloc(100), b = Alloc(100), c = Alloc(100);
-    Free(b);
-    Free(a);
-    auto merged = FreeList();
-    ASSERT_EQ(merged.size(), 1u) << "B then A freed";
-    EXPECT_EQ(merged[0].first, a - 20);
-    EXPECT_EQ(merged[0].second, 228u) << "A and B merged: 100 + 28 + 100";
-    Free(c);
-    EXPECT_EQ(Header(NEXT), base + 32);
-    EXPECT_EQ(Header(FREE), 0u);
-    EXPECT_EQ(Header(USED), 0u);
-}
-
-TEST_F(SharedHeap, MergesWithBothNeighbours) {
-    uint32_t a = Alloc(100), b = Alloc(100), c = Alloc(100);
-    Alloc(100); // keeps the heap from resetting
-    Free(a);
-    Free(c);
-    ASSERT_EQ(FreeList().size(), 2u);
-    Free(b);
-    auto merged = FreeList();
-    ASSERT_EQ(merged.size(), 1u);
-    EXPECT_EQ(merged[0].first, a - 20);
-    EXPECT_EQ(merged[0].second, 356u) << "A, B and C: 3 x 100 + 2 x 28";
-    EXPECT_EQ(MemSharedCheckAll(), 1);
+// Blocks A, B, C (and D, kept in use, unless the row says not) of 100 bytes
+// each, at base + 32 + 128 n, freed in the order given. A freed block merges
+// with a free neighbour on either side; freeing the last block in use
+// resets the heap.
+TEST_F(SharedHeap, FreedBlocksMergeWithTheirNeighbours) {
+    // freeList: from the head, block and payload
+    const struct { const char* frees; bool keepD; std::vector<std::pair<char, uint32_t>> freeList; } rows[] = {
+        {"BA", true, {{'A', 228}}},        {"AB", true, {{'A', 228}}},  {"CB", true, {{'B', 228}}},
+        {"AC", true, {{'C', 100}, {'A', 100}}}, {"ACB", true, {{'A', 356}}}, {"CAB", true, {{'A', 356}}},
+        {"B", false, {{'B', 100}}},        {"BAC", false, {}},           {"CAB", false, {}},
+    };
+    for (const auto& r : rows) {
+        uint32_t payload[4] = {Alloc(100), Alloc(100), Alloc(100), r.keepD ? Alloc(100) : 0};
+        for (const char* f = r.frees; *f; ++f) Free(payload[*f - 'A']);
+        std::vector<std::pair<char, uint32_t>> got;
+        for (auto& [at, size] : FreeList()) got.emplace_back(char('A' + (at - base - 32) / 128), size);
+        EXPECT_EQ(got, r.freeList) << "free list after freeing " << r.frees;
+        EXPECT_EQ(MemSharedCheckAll(), 1) << "after freeing " << r.frees;
+        if (r.freeList.empty()) {
+            EXPECT_EQ(Header(NEXT), base + 32) << "heap reset after freeing " << r.frees;
+            EXPECT_EQ(Header(USED), 0u) << "used list after freeing " << r.frees;
+        }
+        ASSERT_EQ(MemSharedInitHeap(m_view, m_heap, 1), 1);
+    }
 }
 
 // A free block of payload 100 and requests around it: taken whole, skipped
 // for a remainder of 1 to 40, split beyond.
 TEST_F(SharedHeap, FirstFitWithASplitThreshold) {
-    const struct {
-        DWORD size;
-        bool fromFree;
-        uint32_t remainder; // payload of the free block left after a split, 0 for none
-    } cases[] = {{100, true, 0}, {90, false, 0}, {60, false, 0}, {59, true, 13}, {1, true, 71}};
+    // remainder: payload of the free block left after a split, 0 for none
+    const struct { DWORD size; bool fromFree; uint32_t remainder; } cases[] = {{100, true, 0}, {99, false, 0}, {90, false, 0}, {60, false, 0}, {59, true, 13}, {1, true, 71}};
     for (const auto& c : cases) {
-        uint32_t x = Alloc(100);
-        uint32_t keep = Alloc(1);
+        uint32_t x = Alloc(100), keep = Alloc(1);
+        auto* bytes = static_cast<unsigned char*>(Ptr(x));
+        // The previous row left these bytes dirty before the heap reset.
+        EXPECT_EQ(std::count(bytes, bytes + 100, 0), 100) << "a block taken from the end of a heap that was reset";
+        std::memset(bytes, 0xAB, 100);
         Free(x);
-        uint32_t end = Header(NEXT);
-        uint32_t got = Alloc(c.size);
+        uint32_t end = Header(NEXT), got = Alloc(c.size);
         auto left = FreeList();
-        if (c.fromFree) {
-            EXPECT_EQ(got, x) << "MemSharedAlloc(" << c.size << ") with a free block of 100";
-            if (c.remainder) {
-                ASSERT_EQ(left.size(), 1u) << "after MemSharedAlloc(" << c.size << ")";
-                EXPECT_EQ(left[0].first, x + c.size + 8) << "remainder of MemSharedAlloc(" << c.size << ")";
-                EXPECT_EQ(left[0].second, c.remainder) << "remainder of MemSharedAlloc(" << c.size << ")";
-            } else {
-                EXPECT_TRUE(left.empty()) << "after MemSharedAlloc(" << c.size << ")";
-            }
+        std::string call = "MemSharedAlloc(" + std::to_string(c.size) + ") with a free block of 100";
+        EXPECT_EQ(got, c.fromFree ? x : end + 20) << call;
+        if (c.remainder) {
+            ASSERT_EQ(left.size(), 1u) << call;
+            EXPECT_EQ(left[0].first, x + c.size + 8) << "remainder of " << call;
+            EXPECT_EQ(left[0].second, c.remainder) << "remainder of " << call;
         } else {
-            EXPECT_EQ(got, end + 20) << "MemSharedAlloc(" << c.size << ") with a free block of 100";
-            EXPECT_EQ(left.size(), 1u) << "the free block stays after MemSharedAlloc(" << c.size << ")";
+            EXPECT_EQ(left.size(), c.fromFree ? 0u : 1u) << call;
         }
-        EXPECT_EQ(MemSharedCheckAll(), 1) << "after MemSharedAlloc(" << c.size << ")";
-        Free(got);
-        Free(keep);
-        ASSERT_EQ(Header(NEXT), base + 32) << "heap reset after case " << c.size;
+        int dirty = 0;
+        for (DWORD i = 0; i < c.size; ++i) dirty += static_cast<unsigned char*>(Ptr(got))[i] != 0;
+        EXPECT_EQ(dirty, 0) << "bytes not zero after " << call;
+        EXPECT_EQ(MemSharedCheckAll(), 1) << "after " << call;
+        Free(got), Free(keep);
+        ASSERT_EQ(Header(NEXT), base + 32) << "heap reset after " << call;
     }
-}
-
-TEST_F(SharedHeap, AReusedBlockIsZeroed) {
-    auto* p = static_cast<unsigned char*>(MemSharedAlloc(100));
-    ASSERT_NE(p, nullptr);
-    Alloc(1);
-    std::memset(p, 0xAB, 100);
-    MemSharedFree(p);
-    auto* q = static_cast<unsigned char*>(MemSharedAlloc(100));
-    ASSERT_EQ(q, p) << "the free block is taken whole";
-    int dirty = 0;
-    for (int i = 0; i < 100; ++i) dirty += q[i] != 0;
-    EXPECT_EQ(dirty, 0) << "bytes of the reused block not zero";
 }
 
 TEST_F(SharedHeap, ARequestBeyondTheHeapChangesNothing) {
     Alloc(100);
     uint32_t room = Header(END) - Header(NEXT);
     auto before = Bytes();
-    const DWORD tooBig[] = {room - 27, room, 0x7FFFFFFF, 0xFFFFFFFF, 0xFFFFFFE4};
-    for (DWORD size : tooBig) {
+    for (DWORD size : {room - 27, room, 0x7FFFFFFFu, 0xFFFFFFFFu, 0xFFFFFFE4u}) {
         EXPECT_EQ(MemSharedAlloc(size), nullptr) << "MemSharedAlloc(" << size << ") with " << room << " bytes left";
         EXPECT_TRUE(Bytes() == before) << "the heap changed after MemSharedAlloc(" << size << ")";
     }
@@ -213,18 +181,18 @@ TEST_F(SharedHeap, ARequestBeyondTheHeapChangesNothing) {
 
 TEST_F(SharedHeap, DamageIsFoundAndNothingIsFollowedOutOfTheHeap) {
     uint32_t a = Alloc(100), b = Alloc(100);
-    auto* pa = reinterpret_cast<unsigned char*>(uintptr_t(a));
+    auto* pa = static_cast<unsigned char*>(Ptr(a));
     EXPECT_EQ(MemSharedCheck(nullptr), 1);
-    pa[100] ^= 1; // one byte past the payload
-    EXPECT_EQ(MemSharedCheck(pa), 0) << "a block written past its end";
-    EXPECT_EQ(MemSharedCheckAll(), 0);
-    pa[100] ^= 1;
+    for (int at : {-20, -4, 100, 107}) { // each signature word of the block, one bit of it
+        pa[at] ^= 1;
+        EXPECT_EQ(MemSharedCheck(pa), 0) << "a block with byte " << at << " of its payload changed";
+        EXPECT_EQ(MemSharedCheckAll(), 0) << "a block with byte " << at << " of its payload changed";
+        pa[at] ^= 1;
+    }
     EXPECT_EQ(MemSharedCheckAll(), 1);
-
-    // A link pointing outside the heap: the calls that follow it fail and
-    // give the mutex back.
+    // A link pointing outside the heap: the calls that follow it fail and give the mutex back.
     Free(b);
-    std::memcpy(reinterpret_cast<void*>(uintptr_t(b - 20 + 4)), "\x00\x00\x00\x10", 4);
+    std::memcpy(Ptr(b - 20 + 4), "\x00\x00\x00\x10", 4);
     EXPECT_EQ(MemSharedAlloc(500), nullptr) << "MemSharedAlloc over a broken free list";
     EXPECT_EQ(MemSharedCheckAll(), 0) << "MemSharedCheckAll over a broken free list";
     EXPECT_EQ(m_shared.Levels(), 0) << "mutex held after a damaged list";
@@ -235,14 +203,8 @@ TEST_F(SharedHeap, BadFreesChangeNothing) {
     Alloc(100);
     Free(a);
     auto before = Bytes();
-    const struct {
-        const char* what;
-        uintptr_t payload;
-    } cases[] = {
-        {"a block freed twice", a},       {"the middle of a payload", b + 8},
-        {"null", 0},                      {"the heap's header", base + 20},
-        {"beyond the heap", base + 4000}, {"above 4 GB", uintptr_t(-1) - 15},
-    };
+    const struct { const char* what; uintptr_t payload; } cases[] = {{"a block freed twice", a}, {"the middle of a payload", b + 8}, {"null", 0},
+                 {"the heap's header", base + 20}, {"beyond the heap", base + 4000}, {"above 4 GB", uintptr_t(-1) - 15}};
     for (const auto& c : cases) {
         MemSharedFree(reinterpret_cast<void*>(c.payload));
         EXPECT_TRUE(Bytes() == before) << "MemSharedFree of " << c.what << " changed the heap";
@@ -250,21 +212,22 @@ TEST_F(SharedHeap, BadFreesChangeNothing) {
     EXPECT_EQ(MemSharedCheckAll(), 1);
 }
 
-TEST_F(SharedHeap, InitHeapChecksAnExistingHeap) {
+TEST_F(SharedHeap, InitChecksAnExistingHeap) {
     Alloc(100);
-    EXPECT_EQ(MemSharedInitHeap(m_view, 1000, 0), 1) << "the same size";
-    EXPECT_EQ(MemSharedInitHeap(m_view, 999, 0), 0) << "another size";
-    EXPECT_EQ(gMemState.lpHeap, m_view) << "the heap stays set after a failed check";
-    static_cast<unsigned char*>(m_view)[31] ^= 0xFF;
-    EXPECT_EQ(MemSharedInitHeap(m_view, 1000, 0), 0) << "signature B damaged";
-    EXPECT_EQ(MemSharedCheckAll(), 0) << "signature B damaged";
-    EXPECT_EQ(MemSharedInitHeap(m_view, 1000, 1), 1) << "formatting again";
-    EXPECT_EQ(Header(NEXT), base + 32);
-}
-
-TEST_F(SharedHeap, ASecondInitInTheProcessGivesTheSameView) {
+    // damage: the byte of the header changed, -1 none
+    const struct { int damage; DWORD size; int initialise, result; } rows[] = {{-1, m_heap, 0, 1}, {-1, m_heap - 1, 0, 0}, {-1, m_heap + 1, 0, 0}, {31, m_heap, 0, 0}, {3, m_heap, 0, 0}, {31, m_heap, 1, 1}};
+    for (const auto& r : rows) {
+        if (r.damage >= 0) static_cast<unsigned char*>(m_view)[r.damage] ^= 0xFF;
+        std::string call = "MemSharedInitHeap(view, " + std::to_string(r.size) + ", " + std::to_string(r.initialise) + ") with byte " +
+                           std::to_string(r.damage) + " of the header changed";
+        EXPECT_EQ(MemSharedInitHeap(m_view, r.size, r.initialise), r.result) << call;
+        EXPECT_EQ(gMemState.lpHeap, m_view) << "the heap stays set after " << call;
+        EXPECT_EQ(MemSharedCheckAll(), r.damage < 0 || r.initialise ? 1 : 0) << "after " << call;
+        if (r.damage >= 0 && !r.initialise) static_cast<unsigned char*>(m_view)[r.damage] ^= 0xFF;
+    }
+    EXPECT_EQ(Header(NEXT), base + 32) << "formatting again";
     LONG created = 7;
-    EXPECT_EQ(MemSharedInit(&created, kView), m_view);
+    EXPECT_EQ(MemSharedInit(&created, kView), m_view) << "a second MemSharedInit in the process";
     EXPECT_EQ(created, 0);
 }
 
@@ -277,10 +240,7 @@ TEST(SharedMutex, AnAbandonedMutexIsTakenOver) {
     EXPECT_EQ(shared.WaitLimits(), (std::vector<DWORD>{20000, 20000, 10000})) << "the second wait follows WAIT_ABANDONED";
     EXPECT_EQ(MemReleaseMutex(), 1);
     bool other = false;
-    std::thread([&] {
-        other = MemAcquireMutex() == 1;
-        if (other) MemReleaseMutex();
-    }).join();
+    std::thread([&] { other = MemAcquireMutex() == 1 && MemReleaseMutex() == 1; }).join();
     EXPECT_TRUE(other) << "another thread after the one release";
     EXPECT_EQ(MemReleaseMutex(), 0) << "nothing left to release";
 }
@@ -288,11 +248,7 @@ TEST(SharedMutex, AnAbandonedMutexIsTakenOver) {
 // The waits and their results, scripted: what MemAcquireMutex makes of each
 // result, how many levels the caller is left holding, and the time limits.
 TEST(SharedMutex, WaitResults) {
-    const struct {
-        std::vector<DWORD> waits;
-        int result, levels;
-        std::vector<DWORD> limits;
-    } cases[] = {
+    const struct { std::vector<DWORD> waits; int result, levels; std::vector<DWORD> limits; } cases[] = {
         {{WAIT_OBJECT_0}, 1, 1, {20000}},
         {{WAIT_ABANDONED, WAIT_OBJECT_0}, 1, 1, {20000, 10000}},
         {{WAIT_ABANDONED, WAIT_TIMEOUT}, 0, 0, {20000, 10000}},
@@ -302,9 +258,12 @@ TEST(SharedMutex, WaitResults) {
     for (const auto& c : cases) {
         ScriptedShared shared({SharedSuffix(), false, false, false, false, c.waits});
         int got = MemAcquireMutex();
-        EXPECT_EQ(got, c.result) << "MemAcquireMutex with waits giving 0x" << std::hex << c.waits[0];
-        EXPECT_EQ(shared.Levels(), c.levels) << "levels held, first wait 0x" << std::hex << c.waits[0];
-        EXPECT_EQ(shared.WaitLimits(), c.limits) << "first wait 0x" << std::hex << c.waits[0];
+        std::ostringstream what;
+        what << "MemAcquireMutex with waits giving" << std::hex;
+        for (DWORD w : c.waits) what << " 0x" << w;
+        EXPECT_EQ(got, c.result) << what.str();
+        EXPECT_EQ(shared.Levels(), c.levels) << "levels held, " << what.str();
+        EXPECT_EQ(shared.WaitLimits(), c.limits) << what.str();
         if (got) {
             EXPECT_EQ(MemReleaseMutex(), 1);
         }
@@ -313,33 +272,29 @@ TEST(SharedMutex, WaitResults) {
 }
 
 // A failure of each object underneath: the results, *created, and no mutex
-// level kept. The mutex is made afresh for each case.
+// level kept. The mutex is made afresh for each case; failAlloc fails the
+// heap from that allocation on (the security descriptors).
 TEST(SharedMutex, FailuresUnderneath) {
     using Script = ScriptedShared::Script;
-    const struct {
-        const char* what;
-        Script script;
-        int acquire;
-        bool view;
-        LONG created;
-        int openObjects; // made with security that lets every user in
-    } cases[] = {
-        {"nothing failing", {SharedSuffix()}, 1, true, 1, 2},
-        {"no mutex", {SharedSuffix(), false, true}, 0, false, -7, 0},
-        {"no mapping", {SharedSuffix(), false, false, true}, 1, false, -7, 1},
-        {"a release that fails", {SharedSuffix(), false, false, false, true}, 1, false, 1, 2},
-        {"no security descriptor", {SharedSuffix(), true}, 1, true, 1, 0},
+    // objects: made; openObjects: of them, with security that lets every user in
+    const struct { const char* what; Script script; int failAlloc, acquire; bool view; LONG created; int objects, openObjects; } cases[] = {
+        {"nothing failing", {SharedSuffix()}, 0, 1, true, 1, 2, 2},
+        {"no mutex", {SharedSuffix(), false, true}, 0, 0, false, -7, 0, 0},
+        {"no mapping", {SharedSuffix(), false, false, true}, 0, 1, false, -7, 1, 1},
+        {"a release that fails", {SharedSuffix(), false, false, false, true}, 0, 1, false, 1, 2, 2},
+        {"no security descriptor", {SharedSuffix(), true}, 0, 1, true, 1, 2, 0},
+        {"no memory for the descriptor", {SharedSuffix()}, 1, 1, true, 1, 2, 0},
     };
     for (const auto& c : cases) {
         ForgetMutex();
-        ScriptedHeap heap;
+        ScriptedHeap heap(c.failAlloc);
         ScriptedShared shared(c.script);
         EXPECT_EQ(MemAcquireMutex(), c.acquire) << c.what;
         if (c.acquire) MemReleaseMutex();
         LONG created = -7;
-        void* view = MemSharedInit(&created, kView);
-        EXPECT_EQ(view != nullptr, c.view) << "MemSharedInit with " << c.what;
+        EXPECT_EQ(MemSharedInit(&created, 0x10000) != nullptr, c.view) << "MemSharedInit with " << c.what;
         EXPECT_EQ(created, c.created) << "created flag with " << c.what;
+        EXPECT_EQ(shared.Created(), c.objects) << "objects made with " << c.what;
         EXPECT_EQ(shared.OpenSecurity(), c.openObjects) << "objects open to all with " << c.what;
         EXPECT_EQ(shared.Levels(), 0) << "levels held with " << c.what;
         EXPECT_EQ(MemReleaseMutex(), 0) << "nothing left to release with " << c.what;
@@ -351,29 +306,11 @@ TEST(SharedMutex, FailuresUnderneath) {
     ForgetMutex();
 }
 
-// Without memory for the security descriptor, the objects get default security.
-TEST(SharedMutex, NoMemoryForTheSecurityDescriptor) {
-    ForgetMutex();
-    ScriptedHeap heap(1);
-    ScriptedShared shared({SharedSuffix()});
-    LONG created = 0;
-    EXPECT_NE(MemSharedInit(&created, kView), nullptr);
-    EXPECT_EQ(created, 1);
-    EXPECT_EQ(shared.Created(), 2) << "mutex and mapping";
-    EXPECT_EQ(shared.OpenSecurity(), 0);
-    EXPECT_GE(heap.Attempts(), 2) << "one descriptor asked for each object";
-    MemSharedTerminate();
-    ForgetMutex();
-}
-
 // One address per platform, and a block that can't be had there is refused
 // and closed, leaving *created as it was.
 TEST(SharedBlock, MappedAtTheOneAddressOfThePlatform) {
     ScriptedShared shared({SharedSuffix()});
-    const struct {
-        DWORD platform;
-        uintptr_t at;
-    } cases[] = {
+    const struct { DWORD platform; uintptr_t at; } cases[] = {
         {VER_PLATFORM_WIN32_NT, 0x40000000},
 #ifndef OXL_ASAN
         {1, 0xA0000000},
@@ -382,21 +319,95 @@ TEST(SharedBlock, MappedAtTheOneAddressOfThePlatform) {
     for (const auto& c : cases) {
         ScriptedSystem system(0x409, 0x409, c.platform);
         LONG created = 0;
-        EXPECT_EQ(MemSharedInit(&created, kView), reinterpret_cast<void*>(c.at)) << "platform " << c.platform;
+        EXPECT_EQ(MemSharedInit(&created, 0x10000), reinterpret_cast<void*>(c.at)) << "platform " << c.platform;
         EXPECT_EQ(created, 1) << "platform " << c.platform;
         MemSharedTerminate();
-
-        ASSERT_TRUE(ReserveAddress(reinterpret_cast<void*>(c.at), kView)) << "reserving 0x" << std::hex << c.at;
+        ASSERT_TRUE(ReserveAddress(reinterpret_cast<void*>(c.at), 0x10000)) << "reserving 0x" << std::hex << c.at;
         created = -7;
-        EXPECT_EQ(MemSharedInit(&created, kView), nullptr) << "with 0x" << std::hex << c.at << " taken";
+        EXPECT_EQ(MemSharedInit(&created, 0x10000), nullptr) << "with 0x" << std::hex << c.at << " taken";
         EXPECT_EQ(created, -7);
         EXPECT_EQ(gMemState.hMapping, nullptr) << "the refused block is closed";
-        ReleaseAddress(reinterpret_cast<void*>(c.at), kView);
-        EXPECT_NE(MemSharedInit(&created, kView), nullptr) << "once 0x" << std::hex << c.at << " is free again";
+        ReleaseAddress(reinterpret_cast<void*>(c.at), 0x10000);
+        EXPECT_NE(MemSharedInit(&created, 0x10000), nullptr) << "once 0x" << std::hex << c.at << " is free again";
         EXPECT_EQ(created, 1) << "the refused block went when it was closed";
         MemSharedTerminate();
     }
     EXPECT_EQ(shared.Levels(), 0);
+}
+
+// Other processes in the block this process formatted: they open it, fill
+// blocks, die holding the mutex and work side by side; this process then
+// reads what they left. The first block is the mailbox the children find at
+// base + 52.
+class SharedHeapProcesses : public SharedHeap {
+protected:
+    SharedHeapProcesses() { m_heap = 0x10000; }
+    void SetUp() override {
+        SharedHeap::SetUp();
+        m_mailbox = static_cast<uint32_t*>(MemSharedAlloc(16));
+        ASSERT_EQ(Addr(m_mailbox), base + 52);
+    }
+    std::unique_ptr<ChildProcess> Start(std::vector<std::string> args) {
+        args.insert(args.begin(), {SharedSuffix(), std::to_string(kView)});
+        auto child = std::make_unique<ChildProcess>("oxl_shm_child", args);
+        EXPECT_TRUE(child->Started()) << "starting oxl_shm_child";
+        return child;
+    }
+    uint32_t* m_mailbox = nullptr; // read and written with atomic operations: the children share it
+};
+
+TEST_F(SharedHeapProcesses, BlocksOfOtherProcessesAreSeenHere) {
+    auto a = Start({"fill", "10", "0xA1A1A1A1"}), b = Start({"fill", "7", "0xB2B2B2B2"});
+    EXPECT_EQ(a->Wait(60000), 0) << "child filling 10 blocks";
+    EXPECT_EQ(b->Wait(60000), 0) << "child filling 7 blocks";
+    std::map<uint32_t, int> tags; // the used list, read here: every child's block with its tag
+    uint32_t head = Word(base + USED), at = head;
+    for (int steps = 0; at && steps < 100 && (steps == 0 || at != head); ++steps, at = Word(at + 4))
+        if (Word(at + 12) == 4) ++tags[Word(at + 20)];
+    EXPECT_EQ(tags[0xA1A1A1A1], 10);
+    EXPECT_EQ(tags[0xB2B2B2B2], 7);
+    EXPECT_EQ(MemSharedCheckAll(), 1);
+    auto blocked = Start({"blocked"});
+    EXPECT_EQ(blocked->Wait(60000), 0) << "MemSharedInit in a process with 0x40000000 taken";
+    EXPECT_EQ(MemSharedCheckAll(), 1) << "the heap after the refused process";
+}
+
+TEST_F(SharedHeapProcesses, AMutexOfAKilledProcessIsTakenOver) {
+    auto holder = Start({"hold"});
+    auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!__atomic_load_n(&m_mailbox[0], __ATOMIC_SEQ_CST) && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    ASSERT_EQ(__atomic_load_n(&m_mailbox[0], __ATOMIC_SEQ_CST), 1u) << "the child never said it held the mutex";
+    holder->Kill();
+    EXPECT_EQ(MemAcquireMutex(), 1) << "after the holder was killed";
+    const auto& limits = m_shared.WaitLimits();
+    ASSERT_GE(limits.size(), 2u);
+    EXPECT_EQ(limits[limits.size() - 2], 20000u) << "the wait that found the mutex abandoned";
+    EXPECT_EQ(limits.back(), 10000u) << "the second wait";
+    EXPECT_EQ(MemSharedCheckAll(), 1);
+    EXPECT_EQ(MemReleaseMutex(), 1);
+    EXPECT_EQ(Start({"fill", "1", "7"})->Wait(60000), 0) << "another process after the take-over";
+}
+
+// Processes allocating and freeing side by side, each checking that its
+// blocks come back as it left them; then nothing is left but the mailbox,
+// and the free blocks have merged into one that ends where the heap's
+// untouched part begins. The children start their rounds together, so that
+// without the mutex 4 x 100000 rounds collide.
+TEST_F(SharedHeapProcesses, ProcessesSideBySideKeepTheHeapSound) {
+    std::vector<std::unique_ptr<ChildProcess>> children;
+    for (int i = 0; i < 4; ++i) children.push_back(Start({"stress", "100000", std::to_string(i + 1)}));
+    // Word 1 of the mailbox counts the children ready, word 2 says go.
+    for (int i = 0; i < 30000 && __atomic_load_n(&m_mailbox[1], __ATOMIC_SEQ_CST) < 4; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    __atomic_store_n(&m_mailbox[2], 1, __ATOMIC_SEQ_CST);
+    for (size_t i = 0; i < children.size(); ++i) EXPECT_EQ(children[i]->Wait(300000), 0) << "stress child " << i + 1;
+    EXPECT_EQ(MemSharedCheckAll(), 1);
+    uint32_t freeHead = Word(base + FREE);
+    EXPECT_EQ(Word(base + USED), base + 32) << "only the mailbox in use";
+    ASSERT_NE(freeHead, 0u);
+    EXPECT_EQ(Word(freeHead + 4), freeHead) << "one free block";
+    EXPECT_EQ(freeHead, base + 32 + 16 + 28) << "right after the mailbox";
+    EXPECT_EQ(freeHead + Word(freeHead + 12) + 28, Word(base + NEXT)) << "up to the heap's next byte";
 }
 
 } // namespace

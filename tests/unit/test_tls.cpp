@@ -14,30 +14,120 @@
 
 namespace {
 
-// Records every destructor call: which value, on which thread.
-struct DestructorLog {
-    std::mutex lock;
-    std::vector<std::pair<void*, std::thread::id>> calls;
-    void clear() {
-        std::lock_guard<std::mutex> g(lock);
-        calls.clear();
-    }
-    size_t count() {
-        std::lock_guard<std::mutex> g(lock);
-        return calls.size();
-    }
-} gLog;
-
+// Every destructor call: which value, on which thread.
+std::mutex gLogLock;
+std::vector<std::pair<void*, std::thread::id>> gLog;
+size_t logged() { return gLog.size(); } // read once the threads that log are done
 void OXLCALLBACK logDestroy(void* value) {
-    std::lock_guard<std::mutex> g(gLog.lock);
-    gLog.calls.emplace_back(value, std::this_thread::get_id());
+    std::lock_guard<std::mutex> g(gLogLock);
+    gLog.emplace_back(value, std::this_thread::get_id());
 }
-
 void* item(int n) { return reinterpret_cast<void*>(static_cast<uintptr_t>(0x1000 + n)); }
 
-// A one-use meeting point for n threads. Not std::barrier: the mingw-w64
-// libstdc++ (GCC 12) waits on atomics without a platform wait, and a
-// notification can be lost there, so a barrier under Wine sometimes never opens.
+// Runs f on a thread of its own that ends as the thread-exit notification ends it.
+template <class F>
+void onNewThread(F f) {
+    std::thread([&] { f(), TLS_FreeAll(); }).join();
+}
+
+class TLSTest : public testing::Test {
+protected:
+    void SetUp() override {
+        gLog.clear();
+        ASSERT_GE(index = TLS_AllocIndex(), 100);
+    }
+    void TearDown() override { TLS_FreeIndex(index), TLS_FreeAll(); }
+    int index = -1;
+};
+
+TEST(TLSAllocIndex, HandsOutTheLowestFreeNumberUntilAllHundredAreTaken) {
+    // The library's static objects took 100, 101 and 102 at load, in that order.
+    EXPECT_EQ((std::vector<int>{gTLSNumPicSlot.Index(), gTLSFmtSlot.Index(), gTLSPrintSlot.Index()}), (std::vector<int>{100, 101, 102}));
+    std::vector<int> taken;
+    for (int n; (n = TLS_AllocIndex()) != -1;) taken.push_back(n);
+    ASSERT_EQ(taken.size(), 97u) << "slots handed out before TLS_AllocIndex gave -1";
+    EXPECT_EQ(taken.front(), 103);
+    EXPECT_EQ(taken.back(), 199);
+    TLS_FreeIndex(150), TLS_FreeIndex(120);
+    EXPECT_EQ(TLS_AllocIndex(), 120) << "the lowest free number comes back first";
+    EXPECT_EQ(TLS_AllocIndex(), 150);
+    for (int outside : {42, 0, 99, -1, 200}) {
+        TLS_FreeIndex(outside); // below 100 or outside the table: no slot is given back
+        EXPECT_EQ(TLS_AllocIndex(), -1) << "TLS_AllocIndex after TLS_FreeIndex(" << outside << ") with all 100 taken";
+    }
+    for (int n : taken) TLS_FreeIndex(n);
+    EXPECT_EQ(TLS_AllocIndex(), 103);
+    TLS_FreeIndex(103);
+}
+
+// The block has 200 entries, 0 to 199; a number outside them stores nothing,
+// reads as no item and never reaches the neighbouring memory.
+TEST_F(TLSTest, IndexesOutsideTheBlockStoreNothing) {
+    const struct { int index; bool stored; } rows[] = {{-1, false}, {0, true}, {99, true}, {100, true}, {199, true}, {200, false}, {201, false}, {-200, false}};
+    onNewThread([&] {
+        for (const auto& r : rows) {
+            TLS_SetItem(r.index, item(r.index), logDestroy);
+            EXPECT_EQ(TLS_GetItem(r.index), r.stored ? item(r.index) : nullptr) << "TLS_GetItem(" << r.index << ") after TLS_SetItem";
+        }
+        for (int outside : {-1, 200, 201}) TLS_FreeIndex(outside); // reaches no entry of any thread
+        for (const auto& r : rows) TLS_SetItem(r.index, item(r.index), logDestroy); // destroys only what was stored
+        EXPECT_EQ(logged(), 4u) << "destructors run by storing again at every index";
+        for (const auto& r : rows) TLS_Free(r.index);
+        EXPECT_EQ(logged(), 8u) << "destructors run by TLS_Free at every index";
+        for (const auto& r : rows) EXPECT_EQ(TLS_GetItem(r.index), nullptr) << "TLS_GetItem(" << r.index << ") after TLS_Free";
+    });
+    EXPECT_EQ(logged(), 8u) << "TLS_FreeAll found items left behind";
+    for (const auto& call : gLog) EXPECT_LT(reinterpret_cast<uintptr_t>(call.first) - 0x1000, 200u) << "destructor of an item outside 0 to 199";
+}
+
+TEST_F(TLSTest, GetItemOnAFreshThreadRegistersABlockAndFreeMakesNone) {
+    int before = TLSpThreadCount(), afterGet = -1, afterFree = -1;
+    void* got = item(0);
+    onNewThread([&] { got = TLS_GetItem(index), afterGet = TLSpThreadCount(); });
+    std::thread([&] { TLS_Free(index), afterFree = TLSpThreadCount(); }).join();
+    EXPECT_EQ(got, nullptr);
+    EXPECT_EQ(afterGet, before + 1) << "threads in the map during TLS_GetItem's thread";
+    EXPECT_EQ(afterFree, before) << "TLS_Free on a thread without a block";
+    EXPECT_EQ(TLSpThreadCount(), before);
+}
+
+TEST_F(TLSTest, SetItemDestroysTheOldValueEvenWhenItIsTheSame) {
+    TLS_SetItem(index, item(1), logDestroy);
+    TLS_SetItem(index, item(2), logDestroy);
+    TLS_SetItem(index, item(2), logDestroy); // the value the entry holds: destroyed first all the same
+    TLS_SetItem(index, item(3), nullptr);    // no destructor: just forgotten later
+    EXPECT_EQ(TLS_GetItem(index), item(3));
+    TLS_Free(index);
+    ASSERT_EQ(logged(), 3u) << "destructors run by four TLS_SetItem and a TLS_Free";
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(gLog[i].first, item(i ? 2 : 1)) << "value given to destructor call " << i;
+    EXPECT_EQ(TLS_GetItem(index), nullptr);
+}
+
+// A destructor that uses the thread's other items during TLS_FreeAll.
+void* gSeenByDestructor;
+void OXLCALLBACK destroyUsingOtherSlot(void*) {
+    gSeenByDestructor = TLS_GetItem(5);
+    TLS_SetItem(5, nullptr, nullptr);
+}
+
+TEST_F(TLSTest, FreeAllDestroysEveryItemOnceWithTheBlockInPlace) {
+    gSeenByDestructor = nullptr;
+    onNewThread([&] {
+        TLS_SetItem(5, item(9), nullptr);
+        TLS_SetItem(index, item(1), destroyUsingOtherSlot);
+        TLS_SetItem(7, item(2), logDestroy);
+        TLS_SetItem(199, item(3), logDestroy);
+        TLS_FreeAll();
+        EXPECT_EQ(TLS_GetItem(7), nullptr) << "after TLS_FreeAll the thread starts afresh";
+        TLS_FreeAll(); // the second finds no block
+    });
+    EXPECT_EQ(gSeenByDestructor, item(9)) << "a destructor read another item during TLS_FreeAll";
+    EXPECT_EQ(logged(), 2u) << "items 7 and 199 destroyed once each";
+}
+
+// One-use meeting point. Not std::barrier: the mingw-w64 libstdc++ (GCC 12)
+// waits on atomics without a platform wait and can lose a notification, so a
+// barrier under Wine sometimes never opens.
 class Meeting {
 public:
     explicit Meeting(int n) : m_left(n) {}
@@ -53,123 +143,6 @@ private:
     int m_left;
 };
 
-template <class F>
-void onNewThread(F f) {
-    std::thread t([&] {
-        f();
-        TLS_FreeAll(); // what the thread-exit notification does
-    });
-    t.join();
-}
-
-class TLSTest : public testing::Test {
-protected:
-    void SetUp() override {
-        gLog.clear();
-        index = TLS_AllocIndex();
-        ASSERT_GE(index, 100);
-    }
-    void TearDown() override {
-        TLS_FreeIndex(index);
-        TLS_FreeAll();
-    }
-    int index = -1;
-};
-
-TEST(TLSAllocIndex, HandsOutTheLowestFreeNumberUntilAllHundredAreTaken) {
-    std::vector<int> taken;
-    for (int n; (n = TLS_AllocIndex()) != -1;) taken.push_back(n);
-    // The library's static objects hold 100, 101 and 102.
-    ASSERT_EQ(taken.size(), 97u) << "slots handed out before TLS_AllocIndex gave -1";
-    EXPECT_EQ(taken.front(), 103);
-    EXPECT_EQ(taken.back(), 199);
-    EXPECT_EQ(TLS_AllocIndex(), -1) << "TLS_AllocIndex with all 100 taken";
-    TLS_FreeIndex(150);
-    TLS_FreeIndex(120);
-    EXPECT_EQ(TLS_AllocIndex(), 120) << "the lowest free number comes back first";
-    EXPECT_EQ(TLS_AllocIndex(), 150);
-    TLS_FreeIndex(42); // below 100: no slot table entry changes
-    EXPECT_EQ(TLS_AllocIndex(), -1);
-    for (int n : taken) TLS_FreeIndex(n);
-    EXPECT_EQ(TLS_AllocIndex(), 103);
-    TLS_FreeIndex(103);
-}
-
-TEST(TLSLoadOrder, LibrarySlotsAreTheFirstThree) {
-    EXPECT_EQ(gTLSNumPicSlot.Index(), 100);
-    EXPECT_EQ(gTLSFmtSlot.Index(), 101);
-    EXPECT_EQ(gTLSPrintSlot.Index(), 102);
-}
-
-TEST_F(TLSTest, GetItemOnAFreshThreadRegistersABlock) {
-    int before = TLSpThreadCount(), during = -1;
-    void* got = item(0);
-    std::thread t([&] {
-        got = TLS_GetItem(index);
-        during = TLSpThreadCount();
-        TLS_FreeAll();
-    });
-    t.join();
-    EXPECT_EQ(got, nullptr);
-    EXPECT_EQ(during, before + 1);
-    EXPECT_EQ(TLSpThreadCount(), before);
-}
-
-TEST_F(TLSTest, SetItemDestroysTheOldValueEvenWhenItIsTheSame) {
-    TLS_SetItem(index, item(1), logDestroy);
-    EXPECT_EQ(gLog.count(), 0u);
-    TLS_SetItem(index, item(2), logDestroy);
-    ASSERT_EQ(gLog.count(), 1u);
-    EXPECT_EQ(gLog.calls[0].first, item(1));
-    TLS_SetItem(index, item(2), logDestroy);
-    ASSERT_EQ(gLog.count(), 2u) << "storing the value an entry holds destroys it first";
-    EXPECT_EQ(gLog.calls[1].first, item(2));
-    EXPECT_EQ(TLS_GetItem(index), item(2));
-    TLS_SetItem(index, item(3), nullptr); // no destructor: just forgotten later
-    TLS_Free(index);
-    EXPECT_EQ(gLog.count(), 3u);
-    EXPECT_EQ(TLS_GetItem(index), nullptr);
-}
-
-TEST_F(TLSTest, FreeOnAThreadWithoutABlockMakesNone) {
-    int before = TLSpThreadCount(), during = -1;
-    std::thread t([&] {
-        TLS_Free(index);
-        during = TLSpThreadCount();
-    });
-    t.join();
-    EXPECT_EQ(during, before);
-}
-
-TEST_F(TLSTest, FreeAllDestroysEveryItemOnceAndTwiceIsHarmless) {
-    onNewThread([&] {
-        TLS_SetItem(index, item(1), logDestroy);
-        TLS_SetItem(7, item(2), logDestroy);
-        TLS_FreeAll();
-        TLS_FreeAll();
-        EXPECT_EQ(TLS_GetItem(7), nullptr) << "after TLS_FreeAll the thread starts afresh";
-    });
-    EXPECT_EQ(gLog.count(), 2u);
-}
-
-// A destructor that uses the thread's other items during TLS_FreeAll.
-int gOtherIndex;
-void* gSeenByDestructor;
-void OXLCALLBACK destroyUsingOtherSlot(void*) {
-    gSeenByDestructor = TLS_GetItem(gOtherIndex);
-    TLS_SetItem(gOtherIndex, nullptr, nullptr);
-}
-
-TEST_F(TLSTest, DestructorDuringFreeAllFindsTheBlockInPlace) {
-    gOtherIndex = 5;
-    gSeenByDestructor = nullptr;
-    onNewThread([&] {
-        TLS_SetItem(gOtherIndex, item(9), nullptr);
-        TLS_SetItem(index, item(1), destroyUsingOtherSlot);
-    });
-    EXPECT_EQ(gSeenByDestructor, item(9));
-}
-
 TEST_F(TLSTest, FreeIndexReachesEveryThreadOnTheCallingThread) {
     constexpr int kThreads = 4;
     Meeting stored(kThreads + 1), freed(kThreads + 1);
@@ -178,7 +151,7 @@ TEST_F(TLSTest, FreeIndexReachesEveryThreadOnTheCallingThread) {
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&, i] {
             TLS_SetItem(index, item(i), logDestroy);
-            TLS_SetItem(3, item(100 + i), logDestroy);
+            TLS_SetItem(3, item(100 + i), logDestroy); // below 100: cleared all the same
             stored.arrive_and_wait();
             freed.arrive_and_wait();
             emptyAfter += TLS_GetItem(index) == nullptr && TLS_GetItem(3) == nullptr;
@@ -186,14 +159,13 @@ TEST_F(TLSTest, FreeIndexReachesEveryThreadOnTheCallingThread) {
         });
     }
     stored.arrive_and_wait();
-    TLS_FreeIndex(index);
-    TLS_FreeIndex(3);
-    EXPECT_EQ(gLog.count(), size_t(2 * kThreads));
-    for (auto& call : gLog.calls) EXPECT_EQ(call.second, std::this_thread::get_id());
+    TLS_FreeIndex(index), TLS_FreeIndex(3);
+    EXPECT_EQ(logged(), size_t(2 * kThreads));
+    for (auto& call : gLog) EXPECT_EQ(call.second, std::this_thread::get_id()) << "a destructor ran on its item's thread";
     freed.arrive_and_wait();
     for (auto& t : threads) t.join();
     EXPECT_EQ(emptyAfter, kThreads);
-    EXPECT_EQ(gLog.count(), size_t(2 * kThreads)) << "a destructor ran twice";
+    EXPECT_EQ(logged(), size_t(2 * kThreads)) << "a destructor ran twice";
     EXPECT_EQ(TLS_AllocIndex(), index) << "TLS_FreeIndex gave the number back";
 }
 
@@ -201,10 +173,7 @@ TEST_F(TLSTest, MapHoldsNoMemoryOnceEveryThreadHasGone) {
     TLS_FreeAll();
     std::vector<std::thread> threads;
     for (int i = 0; i < 25; ++i) // more threads than one node block holds
-        threads.emplace_back([&] {
-            TLS_SetItem(index, item(1), nullptr);
-            TLS_FreeAll();
-        });
+        threads.emplace_back([&] { TLS_SetItem(index, item(1), nullptr), TLS_FreeAll(); });
     for (auto& t : threads) t.join();
     EXPECT_EQ(TLSpThreadCount(), 0);
     EXPECT_FALSE(TLSpMapHoldsMemory());
@@ -212,23 +181,29 @@ TEST_F(TLSTest, MapHoldsNoMemoryOnceEveryThreadHasGone) {
 
 struct Counted {
     static inline std::atomic<int> alive{0};
-    int value = 7;
     Counted() { ++alive; }
     ~Counted() { --alive; }
 };
 
-TEST_F(TLSTest, ItemIsMadeOncePerThreadAndDiesWithIt) {
-    TLSSlot slot;
-    TLSItem<Counted> counted(slot);
-    Counted* mine = counted.Get();
-    ASSERT_NE(mine, nullptr);
-    EXPECT_EQ(counted.Get(), mine);
-    Counted* theirs = nullptr;
-    onNewThread([&] { theirs = counted.Get(); });
-    EXPECT_NE(theirs, mine);
-    EXPECT_EQ(Counted::alive, 1) << "the other thread's item outlived its thread";
-    TLS_Free(slot.Index());
-    EXPECT_EQ(Counted::alive, 0);
+// An item is made once per thread and dies with its thread; a slot that
+// goes gives its number back and destroys the items of every thread.
+TEST_F(TLSTest, ItemIsMadeOncePerThreadAndDiesWithItsThreadOrSlot) {
+    int number = -1;
+    {
+        TLSSlot slot;
+        TLSItem<Counted> counted(slot);
+        number = slot.Index();
+        Counted* mine = counted.Get();
+        ASSERT_NE(mine, nullptr);
+        EXPECT_EQ(counted.Get(), mine);
+        Counted* theirs = nullptr;
+        onNewThread([&] { theirs = counted.Get(); });
+        EXPECT_NE(theirs, mine);
+        EXPECT_EQ(Counted::alive, 1) << "the other thread's item outlived its thread";
+    }
+    EXPECT_EQ(Counted::alive, 0) << "the item outlived its slot";
+    EXPECT_EQ(TLS_AllocIndex(), number) << "the number of a slot that went";
+    TLS_FreeIndex(number);
 }
 
 // Allocation failures at each point of making a thread's block: the block
@@ -239,9 +214,7 @@ TEST_F(TLSTest, ThreadWithoutMemoryHasNoItemsAndLosesNothing) {
     for (int failAt = 1; failAt <= 3; ++failAt) {
         TLS_FreeAll();
         int threadsBefore = TLSpThreadCount();
-        if (threadsBefore == 0) {
-            ASSERT_FALSE(TLSpMapHoldsMemory());
-        }
+        ASSERT_TRUE(threadsBefore || !TLSpMapHoldsMemory());
         gLog.clear();
         {
             ScriptedHeap heap(threadsBefore == 0 ? failAt : 1);
@@ -250,7 +223,7 @@ TEST_F(TLSTest, ThreadWithoutMemoryHasNoItemsAndLosesNothing) {
             EXPECT_EQ(counted.Get(), nullptr) << "allocation " << failAt << " failed";
             EXPECT_EQ(heap.Outstanding(), 0) << "allocation " << failAt << " failed";
         }
-        EXPECT_EQ(gLog.count(), 0u) << "a value that could not be stored is not destroyed";
+        EXPECT_EQ(logged(), 0u) << "a value that could not be stored is not destroyed";
         EXPECT_EQ(Counted::alive, 0);
         EXPECT_EQ(TLSpThreadCount(), threadsBefore);
     }
