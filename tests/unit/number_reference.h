@@ -31,6 +31,7 @@ inline std::string hex(const tagNUMBER& n, int bytes = -1) {
     }
     return s;
 }
+inline std::string rep(const char* byte, int times) { return times ? " " + std::string(byte) + rep(byte, times - 1) : ""; }
 inline int bytesIn(const std::string& hexText) { return int(hexText.size() + 1) / 3; }
 inline tagNUMBER fromHex(const std::string& text) {
     tagNUMBER n;
@@ -63,8 +64,7 @@ struct Ref {
         Ref r;
         int len = n.bLength & 0x3F;
         if (len < 2 || len > 24) return r;
-        bool negative = !(n.abData[0] & 0x80);
-        int count = negative ? len - 2 : len - 1;
+        int negative = !(n.abData[0] & 0x80), count = len - 1 - negative;
         for (int i = 1; i <= count; ++i) r.v = r.v * 100 + (negative ? 100 - n.abData[i] : n.abData[i]);
         r.exp10 = 2 * (((negative ? ~n.abData[0] : n.abData[0]) & 0x7F) - 64 - count);
         if (negative) r.v = -r.v;
@@ -85,10 +85,6 @@ struct Ref {
         return {v * pow10(exp10 - e) + b.v * pow10(b.exp10 - e), e};
     }
     Ref operator*(const Ref& b) const { return {v * b.v, exp10 + b.exp10}; }
-    int compareMagnitude(const Ref& b) const {
-        Ref d = Ref{mag(), exp10} + Ref{-b.mag(), b.exp10};
-        return d.v < 0 ? -1 : d.v > 0;
-    }
     // The base-100 digits of the exact value, most significant first; *e is
     // the record's exponent for them (64 + the digits before the point).
     std::vector<int> digits(int* e) const {
@@ -119,7 +115,8 @@ struct Ref {
 };
 
 inline std::string want(const std::string& text) { return Ref::parse(text).record(); }
-inline tagNUMBER rec(const std::string& text) { return Ref::parse(text).rec(); }
+// Decimal text, or "#" and the record's bytes.
+inline tagNUMBER rec(const std::string& text) { return text[0] == '#' ? fromHex(text.substr(1)) : Ref::parse(text).rec(); }
 
 // A record of up to `digits` decimal digits, many of them 9 and 0 (carries
 // and borrows run through them), at a decimal exponent within +-spread.

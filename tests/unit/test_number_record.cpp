@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+
 namespace {
 
 using namespace numtest;
@@ -13,30 +15,20 @@ using namespace numtest;
 // NumpPack of any digit string; the work array has room for the digit the
 // rounding looks at behind the last one.
 std::string pack(std::vector<int> digits, int exponent, bool negative, bool pad = false) {
-    tagNUMBER n;
-    std::memset(&n, 0xEE, sizeof n);
+    tagNUMBER n = fromHex("EE");
     BYTE work[32] = {};
     for (size_t i = 0; i < digits.size(); ++i) work[i] = BYTE(digits[i]);
     n.bLength = BYTE(NumpPack(n.abData, work, int(digits.size()), negative, exponent, pad));
     return hex(n);
 }
 
-const struct {
-    const char *value, *record, *padded;
-} kExamples[] = {
-    {"0", "01 C0", "04 C0 00 00 00"},
-    {"1", "02 C1 01", "04 C1 01 00 00"},
-    {"99", "02 C1 63", "04 C1 63 00 00"},
-    {"100", "02 C2 01", "04 C2 01 00 00"},
-    {"101", "03 C2 01 01", "04 C2 01 01 00"},
-    {"1000", "02 C2 0A", "04 C2 0A 00 00"},
-    {"0.5", "02 C0 32", "04 C0 32 00 00"},
-    {"0.001", "02 BF 0A", "04 BF 0A 00 00"},
-    {"0.0001", "02 BF 01", "04 BF 01 00 00"},
-    {"12345.678", "06 C3 01 17 2D 43 50", "08 C3 01 17 2D 43 50 00 00"},
-    {"-1", "03 3E 63 65", "04 3E 63 64 65"},
-    {"-0.5", "03 3F 32 65", "04 3F 32 64 65"},
-    {"-100.5", "05 3D 63 64 32 65", "08 3D 63 64 32 64 64 64 65"},
+const struct { const char *value, *record, *padded; } kExamples[] = {
+    {"0", "01 C0", "04 C0 00 00 00"}, {"1", "02 C1 01", "04 C1 01 00 00"}, {"99", "02 C1 63", "04 C1 63 00 00"},
+    {"100", "02 C2 01", "04 C2 01 00 00"}, {"101", "03 C2 01 01", "04 C2 01 01 00"},
+    {"1000", "02 C2 0A", "04 C2 0A 00 00"}, {"0.5", "02 C0 32", "04 C0 32 00 00"},
+    {"0.001", "02 BF 0A", "04 BF 0A 00 00"}, {"0.0001", "02 BF 01", "04 BF 01 00 00"},
+    {"12345.678", "06 C3 01 17 2D 43 50", "08 C3 01 17 2D 43 50 00 00"}, {"-1", "03 3E 63 65", "04 3E 63 64 65"},
+    {"-0.5", "03 3F 32 65", "04 3F 32 64 65"}, {"-100.5", "05 3D 63 64 32 65", "08 3D 63 64 32 64 64 64 65"},
     {"-12345.678", "07 3C 63 4D 37 21 14 65", "08 3C 63 4D 37 21 14 64 65"},
     {"1234567890123456789012345678901234567890123456",
      "18 D7 0C 22 38 4E 5A 0C 22 38 4E 5A 0C 22 38 4E 5A 0C 22 38 4E 5A 0C 22 38", nullptr},
@@ -71,50 +63,32 @@ TEST(NumpPack, WorkedExamplesUnpackedAndPacked) {
 }
 
 TEST(NumpPack, RoundsHalfUpOnTheMagnitudeAndClamps) {
-    auto with = [](int count, int fill, std::vector<std::pair<int, int>> set) {
-        std::vector<int> d(count, fill);
-        for (auto [i, v] : set) d[i] = v;
-        return d;
-    };
-    const struct {
-        std::vector<int> digits;
-        int exponent;
-        bool negative;
-        std::string record;
-    } cases[] = {
-        {with(24, 99, {}), 64, false, "02 C1 01"}, // the carry runs out of the first digit
-        {with(24, 99, {}), 124, false, "02 FC 01"}, // ... and the clamp holds it at 124
-        {with(24, 1, {{23, 49}}), 64, false, ""}, // "": the reference's record of the digits
-        {with(24, 1, {{23, 50}}), 64, false, ""},
-        {with(24, 99, {{0, 7}, {23, 60}}), 64, false, "02 C0 08"}, // carry stops inside, zeros behind go
-        {with(23, 2, {{22, 49}}), 64, true, ""},
-        {with(23, 2, {{22, 50}}), 64, true, ""},
-        {{0, 0, 5}, 64, false, "02 BE 05"},   // leading zeros shift the exponent
-        {{0, 0, 0}, 90, true, "01 C0"},       // all zeros: zero, unsigned
-        {{12, 34}, 130, false, "03 FC 0C 22"}, // clamped, digits kept
-        {{12, 34}, -10, false, "03 84 0C 22"},
-        {{12, 34}, 3, false, "03 84 0C 22"},
-        {{12, 34}, 4, false, "03 84 0C 22"},
-        {{12, 34}, 125, false, "03 FC 0C 22"},
-        {{12}, 200, true, "03 03 58 65"},
-        // digit values above 99 (bytes that never were a normal record)
-        // carry forward; a carry out of the front takes the last place
-        {{1, 23, 214, 67, 80}, 67, false, "06 C3 01 19 0E 43 50"},
-        {{255, 7}, 64, false, "03 C1 02 37"},
+    // 24 digits (23 negative): the last decides, 49 goes and 50 carries; the
+    // reference rounds the same value on its own.
+    for (bool negative : {false, true})
+        for (int last : {49, 50}) {
+            std::vector<int> d(24 - negative, 1);
+            d.back() = last;
+            Ref r{0, -2 * int(d.size())};
+            for (int x : d) r.v = r.v * 100 + (negative ? -x : x);
+            EXPECT_EQ(pack(d, 64, negative), r.record()) << "NumpPack of 1s and " << last << (negative ? ", negative" : "");
+        }
+    const struct { std::vector<int> digits; int exponent; bool negative; std::string record; } cases[] = {
+        {std::vector<int>(24, 99), 64, false, "02 C1 01"},   // the carry runs out of the first digit
+        {std::vector<int>(24, 99), 124, false, "02 FC 01"},  // ... and the clamp holds it at 124
+        {{7, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 99, 60}, 64, false,
+         "02 C0 08"},                                                          // it stops inside; the zeros go
+        {{0, 0, 5}, 64, false, "02 BE 05"},   {{0, 0, 0}, 90, true, "01 C0"}, // leading zeros; zero is unsigned
+        {{12, 34}, 130, false, "03 FC 0C 22"}, {{12, 34}, 125, false, "03 FC 0C 22"}, // clamped, digits kept
+        {{12, 34}, 3, false, "03 84 0C 22"},  {{12, 34}, -10, false, "03 84 0C 22"}, {{12}, 200, true, "03 03 58 65"},
+        // digit values above 99 (bytes that never were a normal record) carry
+        // forward; a carry out of the front takes the last place
+        {{1, 23, 214, 67, 80}, 67, false, "06 C3 01 19 0E 43 50"}, {{255, 7}, 64, false, "03 C1 02 37"},
         {{101}, 64, true, "03 3E 63 65"},
     };
-    for (const auto& c : cases) {
-        std::string want = c.record;
-        if (want.empty()) { // the 24th digit (23rd negative) decides: 49 goes, 50 carries
-            Ref r;
-            for (int d : c.digits) r.v = r.v * 100 + d;
-            r.exp10 = -2 * int(c.digits.size());
-            if (c.negative) r.v = -r.v;
-            want = r.record();
-        }
-        EXPECT_EQ(pack(c.digits, c.exponent, c.negative), want)
+    for (const auto& c : cases)
+        EXPECT_EQ(pack(c.digits, c.exponent, c.negative), c.record)
             << "NumpPack(" << c.digits.size() << " digits, exponent " << c.exponent << (c.negative ? ", negative)" : ")");
-    }
 }
 
 TEST(NumCreateSmall, Records) {
@@ -129,18 +103,10 @@ TEST(NumCreateSmall, Records) {
 }
 
 TEST(NumNegate, Records) {
-    const struct {
-        const char* in;
-        int result;
-        const char* out;
-    } cases[] = {
-        {"02 C1 01", 3, "03 3E 63 65"},
-        {"03 3E 63 65", 2, "02 C1 01"},
-        {"01 C0", 1, "01 C0"},
-        {"00", 0, "00"},
-        {"19 C1 01", 0, "19 C1 01"},          // length 25: invalid, untouched
-        {"04 C1 01 00 00", 3, "03 3E 63 65"}, // padded in, unpadded out
-        {"42 C1 05", 3, "03 3E 5F 65"},       // bits 6-7 of the length are not length
+    const struct { const char* in; int result; const char* out; } cases[] = {
+        {"02 C1 01", 3, "03 3E 63 65"}, {"03 3E 63 65", 2, "02 C1 01"}, {"01 C0", 1, "01 C0"}, {"00", 0, "00"},
+        // length 25: invalid, untouched; padded in, unpadded out; bits 6-7 are not length
+        {"19 C1 01", 0, "19 C1 01"}, {"04 C1 01 00 00", 3, "03 3E 63 65"}, {"42 C1 05", 3, "03 3E 5F 65"},
         // 23 digits positive: the negative keeps 22, the last one rounded (a
         // second negation does not bring the dropped digit back)
         {"18 C1 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F 10 11 12 13 14 15 16 32", 24,
@@ -156,29 +122,18 @@ TEST(NumNegate, Records) {
 }
 
 TEST(NumCompare, Pairs) {
-    const struct {
-        const char *a, *b;
-        int result;
-    } cases[] = {
-        {"00", "03 3E 63 65", -1},                // null below -1
-        {"01 C0", "00", 1},                       // zero above null
-        {"00", "00", 0},
-        {"02 C1 01", "03 C1 01 01", -1},          // 1 < 1.01: the longer is larger
-        {"03 3E 63 65", "04 3E 63 63 65", 1},     // -1 > -1.01
-        {"01 C0", "03 3E 63 65", 1},
-        {"01 C0", "02 84 01", -1},                // zero below the smallest positive
-        {"03 7B 63 65", "01 C0", -1},             // and above the largest negative
-        {"02 C1 00", "01 C0", 0},                 // reads as zero
-        {"02 C2 01", "02 C1 63", 1},              // 100 > 99: the exponent decides
-        {"05 3D 63 64 32 65", "03 3E 63 65", -1}, // -100.5 < -1
-        {"03 C1 05 07", "03 C1 05 08", -1},       // the last digit decides
-        {"04 C1 01 00 00", "02 C1 01", 0},        // padding reads as the same value
-        {"18 C1 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 02",
-         "18 C1 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01 01", 1}, // 24 bytes: valid
-        {"19 C1 01", "02 C1 01", 0},              // length 25 or more: equal
-        {"02 C1 01", "3F C1 01", 0},
-        {"82 C1 05", "02 C1 05", 0},              // bit 7: length from bits 0-3
-        {"92 C1 05", "02 C1 04", 1},
+    const struct { std::string a, b; int result; } cases[] = {
+        // null is below everything, -1 included, and equal to null
+        {"00", "03 3E 63 65", -1}, {"01 C0", "00", 1}, {"00", "00", 0},
+        // 1 < 1.01 (the longer is larger), -1 > -1.01, 100 > 99 (the exponent decides), -100.5 < -1
+        {"02 C1 01", "03 C1 01 01", -1}, {"03 3E 63 65", "04 3E 63 63 65", 1}, {"02 C2 01", "02 C1 63", 1},
+        {"05 3D 63 64 32 65", "03 3E 63 65", -1}, {"03 C1 05 07", "03 C1 05 08", -1},
+        // zero against -1, the smallest positive, the largest negative, a digit 0, a padded 1
+        {"01 C0", "03 3E 63 65", 1}, {"01 C0", "02 84 01", -1}, {"03 7B 63 65", "01 C0", -1},
+        {"02 C1 00", "01 C0", 0}, {"04 C1 01 00 00", "02 C1 01", 0},
+        // 24 data bytes are read; 25 or more compare equal; bit 7: the length from bits 0-3
+        {std::string("18 C1") + rep("01", 22) + " 02", std::string("18 C1") + rep("01", 23), 1},
+        {"19 C1 01", "02 C1 01", 0}, {"02 C1 01", "3F C1 01", 0}, {"82 C1 05", "02 C1 05", 0}, {"92 C1 05", "02 C1 04", 1},
     };
     for (const auto& c : cases) {
         tagNUMBER a = fromHex(c.a), b = fromHex(c.b);
@@ -197,26 +152,20 @@ TEST(NumCompare, AgreesWithTheOrderOfExactValues) {
     }
 }
 
-TEST(NumIsZero, Records) {
-    const std::pair<const char*, int> cases[] = {
-        {"00", 0},          {"01 C0", 1},       {"01 55", 1}, {"02 C1 00", 1}, {"04 C0 00 00 00", 1},
-        {"02 C1 01", 0},    {"03 3E 63 65", 0}, {"19 C1 00", 0}, {"40", 0},
-        {"18 C1 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00", 1}, // 24 bytes: read
+// Zero is length 1 whatever its byte, or digits that are all 0; null only
+// is made zero.
+TEST(NumIsZero, AndNumNullToZero) {
+    const struct { std::string in; int zero; std::string afterNullToZero; } cases[] = {
+        {"00", 0, "01 C0"}, {"C0", 0, "01 C0"}, {"40", 0, "01 C0"}, {"01 C0", 1, "01 C0"}, {"01 55", 1, "01 55"},
+        {"02 C1 00", 1, "02 C1 00"}, {"04 C0 00 00 00", 1, "04 C0 00 00 00"}, {"02 C1 07", 0, "02 C1 07"},
+        {"03 3E 63 65", 0, "03 3E 63 65"}, {"19 C1 00", 0, "19 C1 00"}, {"19 C1 07", 0, "19 C1 07"},
+        {"18 C1" + rep("00", 23), 1, "18 C1" + rep("00", 23)}, // 24 bytes are read
     };
-    for (const auto& [in, result] : cases) {
-        tagNUMBER n = fromHex(in);
-        EXPECT_EQ(NumIsZero(&n), result) << "NumIsZero(" << in << ")";
-    }
-}
-
-TEST(NumNullToZero, OnlyNullChanges) {
-    const std::pair<const char*, const char*> cases[] = {{"00", "01 C0"},          {"C0", "01 C0"},
-                                                         {"01 C0", "01 C0"},       {"03 3E 63 65", "03 3E 63 65"},
-                                                         {"02 C1 07", "02 C1 07"}, {"19 C1 07", "19 C1 07"}};
-    for (const auto& [in, out] : cases) {
-        tagNUMBER n = fromHex(in);
+    for (const auto& c : cases) {
+        tagNUMBER n = fromHex(c.in);
+        EXPECT_EQ(NumIsZero(&n), c.zero) << "NumIsZero(" << c.in << ")";
         NumNullToZero(&n);
-        EXPECT_EQ(hex(n, bytesIn(out)), out) << "NumNullToZero(" << in << ")";
+        EXPECT_EQ(hex(n, bytesIn(c.afterNullToZero)), c.afterNullToZero) << "NumNullToZero(" << c.in << ")";
     }
 }
 
@@ -227,15 +176,12 @@ TEST(NumNullDouble, AllExponentBitsSetIsNull) {
         {0x3FF0000000000000ull, 0}, {0x7FEFFFFFFFFFFFFFull, 0}, {0x7FE8000000000000ull, 0},
     };
     for (const auto& [bits, null] : cases) {
-        double d;
-        std::memcpy(&d, &bits, sizeof d);
+        double d = std::bit_cast<double>(bits);
         EXPECT_EQ(NumIsNullDouble(&d), null) << std::hex << "NumIsNullDouble(0x" << bits << ")";
     }
     double d = 1.5;
-    uint64_t bits;
     NumNullDouble(&d);
-    std::memcpy(&bits, &d, sizeof bits);
-    EXPECT_EQ(bits, 0x7FF8000000000000ull) << "NumNullDouble";
+    EXPECT_EQ(std::bit_cast<uint64_t>(d), 0x7FF8000000000000ull) << "NumNullDouble";
 }
 
 } // namespace
