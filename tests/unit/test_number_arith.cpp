@@ -32,9 +32,10 @@ TEST(NumArithmetic, WorkedCases) {
         {NumDivide, "/", "1", "0", "02 FC 01"}, {NumDivide, "/", "-1", "0", "03 03 63 65"},
         {NumDivide, "/", "0", "0", "01 C0"}, {NumDivide, "/", "#00", "5", "01 C0"}, {NumDivide, "/", "1", "8", "03 C0 0C 32"},
         {NumDivide, "/", "5", "#00", "02 FC 01"}, {NumDivide, "/", "1e100", "1e-100", "02 FC 01"},
-        // signs; leading zero digits that aren't normal: 0.05 / 2
+        // signs; leading zero digits that aren't normal: 0.05 / 2; digits above 99: 150.75 / 3, / 2.5
         {NumDivide, "/", "12345.678", "-0.001", "06 3B 58 42 2C 16 65"},
         {NumDivide, "/", "#03 C1 00 05", "#03 C2 00 02", "03 C0 02 32"},
+        {NumDivide, "/", "#03 C1 96 4B", "3", "03 C1 32 19"}, {NumDivide, "/", "#03 C1 96 4B", "2.5", "03 C1 3C 1E"},
         // the work area: 1e-44 is kept, 1e-46 dropped unrounded; a negative has room for 22 digits
         {NumAddition, "+", "1", "1e-44", "18 C1 01" + rep("00", 21) + " 01"}, {NumSubtract, "-", "-1", "1e-44", "03 3E 63 65"},
         {NumAddition, "+", "1", "1e-46", "02 C1 01"}, {NumSubtract, "-", "1", "1e-46", "18 C0" + rep("63", 23)},
@@ -46,9 +47,12 @@ TEST(NumArithmetic, WorkedCases) {
         {NumAddition, "+", "-12345.678", "12345.6", "04 3F 5D 14 65"},
         {NumSubtract, "-", "0.5", "100.25", "04 3E 01 19 65"},
         {NumSubtract, "-", "100", "0.01", "03 C1 63 63"}, {NumAddition, "+", "1e119", "9e119", "02 FC 01"},
-        // bit 7 of a length byte: the length from bits 0-3; a byte above 99 carries
+        // bit 7 of a length byte: the length from bits 0-3; a byte above 99 carries; null and zero
+        // whatever bytes stand behind them
         {NumAddition, "+", "#82 C1 05", "#92 C1 05 06 07", "02 C1 0A"},
         {NumSubtract, "-", "#06 C3 01 17 D6 43 50", "#00", "06 C3 01 19 0E 43 50"},
+        {NumAddition, "+", "#00 3E 63 65", "5", "02 C1 05"}, {NumSubtract, "-", "5", "#01 3E 63 65", "02 C1 05"},
+        {NumMultiply, "*", "#02 C1 96", "1", "03 C2 01 32"}, // 1.5 x 100 with its digit above 99, times 1
         {NumMultiply, "*", "#00", "5", "01 C0"}, {NumMultiply, "*", "1e100", "1e100", "02 FC 01"},
         {NumMultiply, "*", "1e-100", "1e-100", "02 84 01"}, {NumMultiply, "*", "-0.5", "-0.5", "02 C0 19"},
         {NumMultiply, "*", "12345.678", "-2", "07 3C 62 36 09 41 28 65"},

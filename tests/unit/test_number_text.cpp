@@ -40,7 +40,7 @@ TEST(NumAsciiToNumber, ResultsAndRecords) {
         {"0x10", 4, "02 C1 10"}, {"-0x10", 5, "03 3E 54 65"}, {" +0X10", 6, "02 C1 10"}, {"0x", 2, "01 C0"},
         // the exponent's range: E above 124 is too large, x below 0 too small
         {"1e119", 5, "02 FC 0A"}, {"99e118", 6, "02 FC 63"}, {"1e120", -1, "00"}, {"1e10000", -1, "00"},
-        {"1e9999", -1, "00"}, {"1e-122", 6, "02 84 01"}, {"1e-129", 6, "02 84 0A"}, {"1e-130", -2, "00"},
+        {"1e9999", -1, "00"}, {"1e-10000", -1, "00"}, {"1e-9999", -2, "00"}, {"1e-122", 6, "02 84 01"}, {"1e-129", 6, "02 84 0A"}, {"1e-130", -2, "00"},
         {"0.1e-128", 8, "02 84 0A"}, {"10e-130", 7, "02 84 0A"},
         // the 47 characters kept run on from the integer digits into the
         // fraction; further ones are passed over unrounded
@@ -85,6 +85,8 @@ TEST(NumHexAsciiToNumber, ResultsAndValues) {
         // digit drops the last one first: 49 just goes, 50 rounds up
         {"2cd76fe086b93ce2f768a00b22a000000006710", 39, want("160000000000000000000000000000000000000000256e2")},
         {"2cd76fe086b93ce2f768a00b22a000000006720", 39, want("160000000000000000000000000000000000000000272e2")},
+        // 10^45 + 9950: the carry runs through the 99 in front (the zero digit it leaves at the end stays)
+        {"2cd76fe086b93ce2f768a00b22a000000026de0", 39, "18 D8 01 3C" + rep("00", 19) + " 10 00"},
     };
     for (const ReadCase& c : cases) expectRead(NumHexAsciiToNumber, "NumHexAsciiToNumber", c);
 }
@@ -123,7 +125,10 @@ TEST(NumToAscii, FormsWithinTheWidth) {
         {"0.1", 1, nullptr}, {"5", 1, "5"}, {"1.5", 2, "2"}, {"12.5", 2, "13"}, {"0.25", 2, ".3"},
         {"1e-40", 12, "1.000000E-40"}, {"-2.5e50", 9, "-2.50E+50"},
         {"1e118", 30, "9.999999999999999999999999E+99"}, {"1e-122", 30, "9.999999999999999999999999E-99"},
-        {"#04 C1 07 00 00", 10, "7"}, {"#00", 10, nullptr}, {"#19 C1 01", 10, nullptr},
+        // padded; a leading zero digit (one "0" goes); fewer places than zeros behind the point: the
+        // zeros alone, beyond the width; null and an invalid length give ""
+        {"#04 C1 07 00 00", 10, "7"}, {"#03 C1 00 05", 10, "0.05"}, {"0.001", 2, "00"}, {"0.0001", 2, "000"},
+        {"#00", 10, nullptr}, {"#19 C1 01", 10, nullptr},
     };
     for (const auto& c : cases) {
         tagNUMBER n = rec(c.value);
