@@ -9,9 +9,7 @@
 #include <cstring>
 #include <string>
 
-inline void FuzzRequire(bool ok) {
-    if (!ok) __builtin_trap();
-}
+inline void FuzzRequire(bool ok) { if (!ok) __builtin_trap(); }
 
 // Zero is 01 C0; otherwise exponent 4..124, digits 0..99 with the first and
 // the last above 0 (the hexadecimal reader may leave zeros at the end of a

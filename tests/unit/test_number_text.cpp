@@ -22,8 +22,7 @@ struct ReadCase {
 };
 void expectRead(Reader read, const char* name, const ReadCase& c) {
     tagNUMBER n = fromHex("EE EE");
-    std::string text = c.text;
-    EXPECT_EQ(read(&n, text.data()), c.result) << name << "(\"" << c.text << "\")";
+    EXPECT_EQ(read(&n, const_cast<char*>(c.text.c_str())), c.result) << name << "(\"" << c.text << "\")";
     EXPECT_EQ(hex(n, bytesIn(c.record)), c.record) << name << "(\"" << c.text << "\")";
     EXPECT_TRUE(c.record != "00" || n.abData[0] == 0xC0) << name << "(\"" << c.text << "\"): null is 00 C0";
 }
@@ -52,12 +51,15 @@ TEST(NumAsciiToNumber, ResultsAndRecords) {
         {"0." + std::string(53, '0') + "12345678901234567890123456789012345678901234567899", 105,
          want("12345678901234567890123456789012345678901234567e-100")},
     };
-    for (const ReadCase& c : cases) expectRead(NumAsciiToNumber, "NumAsciiToNumber", c);
+    for (const Language& language : {kEnglish, kJapanese, kChinese, kKorean, kTaiwanese}) { // the same everywhere
+        IntlUnder under(language);
+        SCOPED_TRACE(language.name);
+        for (const ReadCase& c : cases) expectRead(NumAsciiToNumber, "NumAsciiToNumber", c);
+    }
     tagNUMBER n = rec("5");
-    EXPECT_EQ(NumAsciiToNumber(&n, nullptr), 0);
-    EXPECT_EQ(hex(n), "00") << "NumAsciiToNumber(null)";
-    EXPECT_EQ(NumHexAsciiToNumber(&n, nullptr), 0);
-    EXPECT_EQ(hex(n), "01 C0") << "NumHexAsciiToNumber(null)";
+    auto ofNull = [&](Reader read) { int r = read(&n, nullptr); return std::to_string(r) + ", " + hex(n); };
+    EXPECT_EQ(ofNull(NumAsciiToNumber), "0, 00") << "NumAsciiToNumber(null)";
+    EXPECT_EQ(ofNull(NumHexAsciiToNumber), "0, 01 C0") << "NumHexAsciiToNumber(null)";
 }
 
 // A double-byte blank in front of a number is white space under its own
