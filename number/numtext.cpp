@@ -4,6 +4,7 @@
 #include "numrecord.h"
 
 #include "../core/libstate.h"
+#include "../intl/intl.h"
 
 #include <cstdint>
 #include <cstring>
@@ -21,9 +22,7 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 const char* skipSpace(const char* p) {
     BYTE first = BYTE(*p);
     if (first > ' ' && first < 0x80) return p; // no blank, nor the lead byte of one
-    static const unsigned kBlank[] = {0, 0x8140, 0xA140, 0xA1A1};
-    const LIBSTATE& s = *gpLibState;
-    unsigned blank = s.bDBCS && s.nDBCSLanguage >= 1 && s.nDBCSLanguage <= 3 ? kBlank[s.nDBCSLanguage] : 0;
+    unsigned blank = gpLibState->bDBCS ? IntlDBCSBlank() : 0; // the string family's table
     for (;;) {
         BYTE c = BYTE(*p);
         if (c == ' ' || (c >= 9 && c <= 13)) {

@@ -9,7 +9,7 @@ WINESERVER=/usr/lib/wine/wineserver
 
 PACKAGES=(
   cmake ninja-build g++ clang libclang-rt-14-dev
-  googletest libgtest-dev libbenchmark-dev valgrind locales-all
+  googletest libgtest-dev libbenchmark-dev libboost-dev valgrind locales-all
   g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
   wine64 libxrender1 libxrandr2 libxi6 libxcursor1 libxinerama1 libxcomposite1 libcups2 fonts-dejavu-core
   xvfb xauth pkg-config

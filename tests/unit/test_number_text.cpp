@@ -1,355 +1,197 @@
 // NUMBER records from and to text: the decimal and hexadecimal readers, the
 // writer's choice of form within a width, and doubles by way of their text.
-#include "number_baseline.h"
+#include "intl_env.h"
 #include "number_reference.h"
 
-#include "core/libstate.h"
 #include "os/osl.h"
 
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <cmath>
 #include <limits>
 
 namespace {
 
 using namespace numtest;
 
-std::string want(const std::string& text) { return Ref::parse(text).record(); }
-
+using Reader = int(OXLAPI*)(tagNUMBER*, char*);
 struct ReadCase {
-    const char* text;
+    std::string text;
     int result;
     std::string record;
 };
+void expectRead(Reader read, const char* name, const ReadCase& c) {
+    tagNUMBER n = fromHex("EE EE");
+    EXPECT_EQ(read(&n, const_cast<char*>(c.text.c_str())), c.result) << name << "(\"" << c.text << "\")";
+    EXPECT_EQ(hex(n, bytesIn(c.record)), c.record) << name << "(\"" << c.text << "\")";
+    EXPECT_TRUE(c.record != "00" || n.abData[0] == 0xC0) << name << "(\"" << c.text << "\"): null is 00 C0";
+}
 
 TEST(NumAsciiToNumber, ResultsAndRecords) {
     const ReadCase cases[] = {
-        {"", 0, "00"},
-        {"   ", 0, "00"},
-        {"12", 2, "02 C1 0C"},
-        {"  -12.5", 7, "04 3E 58 32 65"},
-        {"+.5", 3, "02 C0 32"},
-        {"1E+3", 4, "02 C2 0A"},
-        {"1e", 2, "02 C1 01"},
-        {"1e-", 3, "02 C1 01"},
-        {"1.5e2x", 5, "03 C2 01 32"},
-        {"12.5.7", 4, "03 C1 0C 32"},
-        {"1,5", 1, "02 C1 01"},
-        {"abc", 0, "00"},
-        {".", 0, "00"},
-        {"-", 0, "00"},
-        {"+e5", 0, "00"},
-        {"1.", 2, "02 C1 01"},
-        {"0", 1, "01 C0"},
-        {"-0", 2, "01 C0"},
-        {"0e5", 3, "01 C0"},
-        {"00012", 5, "02 C1 0C"},
-        {"0.001", 5, "02 BF 0A"},
-        {"\t\n12", 4, "02 C1 0C"},
-        {"0x10", 4, "02 C1 10"},
-        {"-0x10", 5, "03 3E 54 65"},
-        {" +0x10", 6, "02 C1 10"},
-        {"1e119", 5, "02 FC 0A"},
-        {"1e120", -1, "00"},
-        {"1e10000", -1, "00"},
-        {"1e9999", -1, "00"},
-        {"1e-122", 6, "02 84 01"},
-        {"1e-129", 6, "02 84 0A"},
-        {"1e-130", -2, "00"},
-        {"12345.678", 9, "06 C3 01 17 2D 43 50"},
-        {"123.4567", 8, "05 C2 01 17 2D 43"},
-        {"000.000", 7, "01 C0"},
-        {".000", 4, "01 C0"},
-        {"0.", 2, "01 C0"},
-        {"00.50", 5, "02 C0 32"},
-        {"-.0e3", 5, "01 C0"},
-        {".05e1", 5, "02 C0 32"},
-        // the 47 characters kept run on from the integer digits into the fraction
-        {"1234567890123456789012345678901234567890.1234567899", 51, want("1234567890123456789012345678901234567890.1234567")},
+        {"", 0, "00"}, {"   ", 0, "00"}, {"abc", 0, "00"}, {".", 0, "00"}, {"-", 0, "00"}, {"+e5", 0, "00"},
+        {"12", 2, "02 C1 0C"}, {"  -12.5", 7, "04 3E 58 32 65"}, {"+.5", 3, "02 C0 32"}, {"1E+3", 4, "02 C2 0A"},
+        {"1e", 2, "02 C1 01"}, {"1e-", 3, "02 C1 01"}, {"1.5e2x", 5, "03 C2 01 32"}, {"12.5.7", 4, "03 C1 0C 32"},
+        {"1,5", 1, "02 C1 01"}, {"1.", 2, "02 C1 01"}, {"0", 1, "01 C0"}, {"-0", 2, "01 C0"}, {"0e5", 3, "01 C0"},
+        {"00012", 5, "02 C1 0C"}, {"0.001", 5, "02 BF 0A"}, {"\t\n\v\f\r 12", 8, "02 C1 0C"}, {"\x08" "1", 0, "00"},
+        {"000.000", 7, "01 C0"}, {".000", 4, "01 C0"}, {"00.50", 5, "02 C0 32"}, {"-.0e3", 5, "01 C0"},
+        {".05e1", 5, "02 C0 32"}, {"12345.678", 9, "06 C3 01 17 2D 43 50"}, {"123.4567", 8, "05 C2 01 17 2D 43"},
+        {"0x10", 4, "02 C1 10"}, {"-0x10", 5, "03 3E 54 65"}, {" +0X10", 6, "02 C1 10"}, {"0x", 2, "01 C0"},
+        // the exponent's range: E above 124 is too large, x below 0 too small
+        {"1e119", 5, "02 FC 0A"}, {"99e118", 6, "02 FC 63"}, {"1e120", -1, "00"}, {"1e10000", -1, "00"},
+        {"1e9999", -1, "00"}, {"1e-10000", -1, "00"}, {"1e-9999", -2, "00"}, {"1e-122", 6, "02 84 01"}, {"1e-129", 6, "02 84 0A"}, {"1e-130", -2, "00"},
+        {"0.1e-128", 8, "02 84 0A"}, {"10e-130", 7, "02 84 0A"},
+        // the 47 characters kept run on from the integer digits into the
+        // fraction; further ones are passed over unrounded
+        {"1234567890123456789012345678901234567890.1234567899", 51,
+         want("1234567890123456789012345678901234567890.1234567")},
         {"12345678901234567890123456789012345678901234567.5", 49, want("12345678901234567890123456789012345678901234567")},
-        // 47 significant characters are read, the rest passed over unrounded
-        {"1234567890123456789012345678901234567890123456789999", 52, want("12345678901234567890123456789012345678901234567e5")},
-        {"0.000000000000000000000000000000000000000000000000000012345678901234567890123456789012345678901234567899",
-         104, want("12345678901234567890123456789012345678901234567e-99")},
+        {"1234567890123456789012345678901234567890123456789999", 52,
+         want("12345678901234567890123456789012345678901234567e5")},
+        {"0." + std::string(53, '0') + "12345678901234567890123456789012345678901234567899", 105,
+         want("12345678901234567890123456789012345678901234567e-100")},
     };
-    for (const ReadCase& c : cases) {
-        tagNUMBER n;
-        std::memset(&n, 0xEE, sizeof n);
-        EXPECT_EQ(NumAsciiToNumber(&n, const_cast<char*>(c.text)), c.result) << "NumAsciiToNumber(\"" << c.text << "\")";
-        EXPECT_EQ(hex(n, bytesIn(c.record)), c.record) << "NumAsciiToNumber(\"" << c.text << "\")";
-        if (c.result <= 0) {
-            EXPECT_EQ(n.abData[0], 0xC0) << "NumAsciiToNumber(\"" << c.text << "\"): a null result is 00 C0";
-        }
+    for (const Language& language : {kEnglish, kJapanese, kChinese, kKorean, kTaiwanese}) { // the same everywhere
+        IntlUnder under(language);
+        SCOPED_TRACE(language.name);
+        for (const ReadCase& c : cases) expectRead(NumAsciiToNumber, "NumAsciiToNumber", c);
     }
-}
-
-TEST(NumAsciiToNumber, NullTextIsNoNumber) {
     tagNUMBER n = rec("5");
-    EXPECT_EQ(NumAsciiToNumber(&n, nullptr), 0);
-    EXPECT_EQ(hex(n), "00") << "NumAsciiToNumber(null)";
-    n = rec("5");
-    EXPECT_EQ(NumHexAsciiToNumber(&n, nullptr), 0);
-    EXPECT_EQ(hex(n), "01 C0") << "NumHexAsciiToNumber(null)";
+    auto ofNull = [&](Reader read) { int r = read(&n, nullptr); return std::to_string(r) + ", " + hex(n); };
+    EXPECT_EQ(ofNull(NumAsciiToNumber), "0, 00") << "NumAsciiToNumber(null)";
+    EXPECT_EQ(ofNull(NumHexAsciiToNumber), "0, 01 C0") << "NumHexAsciiToNumber(null)";
 }
 
-TEST(NumAsciiToNumber, SkipsTheDoubleByteBlankOnADoubleByteSystem) {
-    LIBSTATE& s = *gpLibState;
-    int32_t dbcs = s.bDBCS, language = s.nDBCSLanguage;
-    s.bDBCS = 1;
-    s.nDBCSLanguage = 1; // Japanese: 81 40
-    tagNUMBER n;
-    int r = NumAsciiToNumber(&n, const_cast<char*>("\x81\x40 7"));
-    s.nDBCSLanguage = 3; // Korean: A1 A1; the Japanese blank is no blank here
-    int r2 = NumAsciiToNumber(&n, const_cast<char*>("\x81\x40 7"));
-    s.bDBCS = dbcs;
-    s.nDBCSLanguage = language;
-    EXPECT_EQ(r, 4) << "NumAsciiToNumber(81 40 ' 7') under language 1";
-    EXPECT_EQ(r2, 0) << "NumAsciiToNumber(81 40 ' 7') under language 3";
-}
-
-TEST(NumAsciiToNumber, AgreesWithTheExactValueRounded) {
-    std::mt19937 rng(5);
-    for (int i = 0; i < 3000; ++i) {
-        Ref r = randomRef(rng, 46, 70);
-        std::string text = r.text();
-        tagNUMBER n;
-        ASSERT_EQ(NumAsciiToNumber(&n, text.data()), int(text.size())) << "NumAsciiToNumber(\"" << text << "\")";
-        ASSERT_EQ(hex(n), r.record()) << "NumAsciiToNumber(\"" << text << "\")";
-    }
-}
-
-// Text made of the characters a number is made of, in any order, read as the
-// first, character-by-character reader read it: the same count and record.
-TEST(NumAsciiToNumber, SameAsTheCharacterByCharacterReader) {
-    std::mt19937 rng(17);
-    const char alphabet[] = "0000000123456789.....eE+- x";
-    for (int i = 0; i < 30000; ++i) {
-        std::string text;
-        int length = int(rng() % 70);
-        for (int k = 0; k < length; ++k) text += alphabet[rng() % (sizeof alphabet - 1)];
-        if (rng() % 2) text = std::to_string(rng()) + text; // most often a number first
-        if (i % 4 == 0) { // long runs of digits around a point: the 47 characters kept
-            text = std::string(rng() % 3, '0');
-            for (int k = 30 + int(rng() % 30); k > 0; --k) text += char('0' + rng() % 10);
-            text.insert(rng() % text.size(), ".");
-            if (rng() % 2) text += "e" + std::to_string(int(rng() % 400) - 200);
+// A double-byte blank in front of a number is white space under its own
+// language only; a single-byte system has none.
+TEST(NumAsciiToNumber, SkipsTheLanguagesDoubleByteBlank) {
+    const std::pair<Language, const char*> blanks[] = {
+        {kEnglish, ""}, {kJapanese, "\x81\x40"}, {kChinese, "\xA1\x40"}, {kKorean, "\xA1\xA1"}, {kTaiwanese, "\xA1\x40"}};
+    for (const auto& [language, blank] : blanks) {
+        IntlUnder under(language);
+        for (const char* other : {"\x81\x40", "\xA1\x40", "\xA1\xA1"}) {
+            bool skipped = std::strcmp(other, blank) == 0;
+            for (const auto& [text, value] : {std::pair{std::string(other) + "7", "7"},
+                                              std::pair{std::string(" ") + other + "\t" + other + "-7", "-7"}})
+                expectRead(NumAsciiToNumber, language.name, {text, skipped ? int(text.size()) : 0, skipped ? want(value) : "00"});
         }
-        std::string copy = text;
-        tagNUMBER got, want;
-        std::memset(&got, 0xEE, sizeof got);
-        std::memset(&want, 0xEE, sizeof want);
-        int r = NumAsciiToNumber(&got, text.data()), w = numbaseline::AsciiToNumber(&want, copy.data());
-        ASSERT_EQ(r, w) << "NumAsciiToNumber(\"" << text << "\")";
-        ASSERT_EQ(hex(got, 2 + (got.bLength & 0x3F)), hex(want, 2 + (want.bLength & 0x3F))) << "NumAsciiToNumber(\"" << text << "\")";
     }
 }
 
 TEST(NumHexAsciiToNumber, ResultsAndValues) {
     const ReadCase cases[] = {
-        {"", 0, "01 C0"},           {"xyz", 0, "01 C0"},      {"0x", 2, "01 C0"},
-        {"  -0X1F", 7, want("-31")}, {"+ff", 3, want("255")}, {"12g", 2, want("18")},
-        {"\t000a", 5, want("10")},  {"FFFFFFFF", 8, want("4294967295")},
-        {"10000000000000000", 17, want("18446744073709551616")},
+        {"", 0, "01 C0"}, {"xyz", 0, "01 C0"}, {"0x", 2, "01 C0"}, {"  -0X1F", 7, want("-31")}, {"+ff", 3, want("255")},
+        {"12g", 2, want("18")}, {"\t000a", 5, want("10")}, {"\n1", 0, "01 C0"}, {"FFFFFFFF", 8, want("4294967295")},
+        {"10000000000000000", 17, want("18446744073709551616")}, {"0x0ABCDEF", 9, want("11259375")},
+        // 10^45 + 1649 and + 1650 fill the record (23 digits), so the next
+        // digit drops the last one first: 49 just goes, 50 rounds up
+        {"2cd76fe086b93ce2f768a00b22a000000006710", 39, want("160000000000000000000000000000000000000000256e2")},
+        {"2cd76fe086b93ce2f768a00b22a000000006720", 39, want("160000000000000000000000000000000000000000272e2")},
+        // 10^45 + 9950: the carry runs through the 99 in front (the zero digit it leaves at the end stays)
+        {"2cd76fe086b93ce2f768a00b22a000000026de0", 39, "18 D8 01 3C" + rep("00", 19) + " 10 00"},
     };
-    for (const ReadCase& c : cases) {
-        tagNUMBER n;
-        std::memset(&n, 0xEE, sizeof n);
-        EXPECT_EQ(NumHexAsciiToNumber(&n, const_cast<char*>(c.text)), c.result) << "NumHexAsciiToNumber(\"" << c.text << "\")";
-        EXPECT_EQ(hex(n, bytesIn(c.record)), c.record) << "NumHexAsciiToNumber(\"" << c.text << "\")";
-    }
+    for (const ReadCase& c : cases) expectRead(NumHexAsciiToNumber, "NumHexAsciiToNumber", c);
 }
 
-// Long hexadecimal text loses low digits on the way, a little at each step,
-// and never fails.
-TEST(NumHexAsciiToNumber, LongTextStaysCloseToItsValue) {
-    std::mt19937 rng(9);
-    std::uniform_int_distribution<int> len(1, 80), dig(0, 15);
-    for (int i = 0; i < 500; ++i) {
-        std::string text;
-        Ref exact;
-        for (int k = len(rng); k > 0; --k) {
-            int d = dig(rng);
-            text += "0123456789abcdef"[d];
-            exact.mag = big::add(big::mul(exact.mag, "16"), d ? std::to_string(d) : "");
-        }
-        tagNUMBER n;
-        ASSERT_EQ(NumHexAsciiToNumber(&n, text.data()), int(text.size())) << text;
-        if (exact.mag.size() <= 45) {
-            ASSERT_EQ(hex(n), exact.record()) << "NumHexAsciiToNumber(\"" << text << "\")";
-        } else {
-            Ref got = Ref::ofRecord(n), diff = got + -exact;
-            int digitsOfDiff = int(diff.mag.size()) + diff.exp10;
-            ASSERT_LT(digitsOfDiff, int(exact.mag.size()) - 40) << "NumHexAsciiToNumber(\"" << text << "\") gave "
-                                                                << got.text();
-        }
-    }
-}
-
-TEST(NumToAscii, FormsWithinTheWidth) {
-    const struct {
-        std::string record;
-        int width;
-        const char* text; // nullptr: no text
-        int result;
-    } cases[] = {
-        {"01 C0", 10, "0", 1},
-        {"01 C0", 1, "0", 1},
-        {want("-1"), 10, "-1", 2},
-        {want("0.5"), 10, ".5", 2},
-        {want("-0.5"), 10, "-.5", 3},
-        {want("100"), 10, "100", 3},
-        {want("12345.678"), 20, "12345.678", 9},
-        {want("12345.678"), 8, "12345.68", 8},
-        {want("12345.678"), 7, "12345.7", 7},
-        {want("12345.678"), 5, "12346", 5},
-        {want("12345.678"), 4, nullptr, 0},
-        {want("-12345.678"), 6, "-12346", 6},
-        {want("0.00001"), 10, ".00001", 6},
-        {want("0.00001"), 5, nullptr, 0},
-        {want("0.00001234"), 6, "1.E-05", 6},
-        {want("0.000012345678"), 8, "1.23E-05", 8},
-        {want("1.26"), 3, "1.3", 3},
-        {want("1.96"), 3, "2", 1},
-        {want("9.96"), 3, "10", 2},
-        {want("99.96"), 4, "100", 3},
-        {want("0.0996"), 4, ".1", 2},
-        {want("1000000"), 6, "1.E+06", 6},
-        {want("1000000"), 5, nullptr, 0},
-        {want("123456789"), 8, "1.23E+08", 8},
-        {want("999999.96"), 7, "1.0E+06", 7}, // the carry makes it too long for the fixed form
-        {want("0.1"), 1, nullptr, 0},
-        {want("5"), 1, "5", 1},
-        {"02 FC 01", 30, "9.999999999999999999999999E+99", 30},
-        {"02 84 01", 30, "9.999999999999999999999999E-99", 30},
-        {"04 C1 07 00 00", 10, "7", 1},
-        {"00", 10, "", 0},
-        {"19 C1 01", 10, "", 0},
-    };
-    for (const auto& c : cases) {
-        tagNUMBER n = fromHex(c.record);
-        char buffer[64];
-        std::memset(buffer, 'Z', sizeof buffer);
-        int r = NumToAscii(&n, buffer, WORD(c.width));
-        EXPECT_EQ(r, c.result) << "NumToAscii(" << c.record << ", " << c.width << ")";
-        if (c.text) {
-            EXPECT_STREQ(buffer, c.text) << "NumToAscii(" << c.record << ", " << c.width << ")";
-            EXPECT_LE(int(std::strlen(buffer)), c.width) << "NumToAscii(" << c.record << ", " << c.width << ")";
-        }
-    }
-}
-
-TEST(NumToAscii, WideTextReadsBackToTheSameRecord) {
-    std::mt19937 rng(13);
+// Random values: the text reads as the exact value rounded, and the wide
+// text of a record reads back to the same record.
+TEST(NumAsciiToNumber, AgreesWithExactValuesAndReadsBackNumToAscii) {
+    std::mt19937 rng(5);
     for (int i = 0; i < 3000; ++i) {
-        tagNUMBER n = rec(randomRef(rng, 46, 110).text()), back;
+        int digits = 1 + int(rng() % 47), place = int(rng() % (242 - digits)) - 122; // within the range
+        std::string text = std::to_string(rng() % 1000);
+        while (int(text.size()) < digits) text += char('0' + rng() % 10);
+        text = (rng() % 2 ? "-" : "") + text + "e" + std::to_string(place);
+        tagNUMBER n, back;
+        ASSERT_EQ(NumAsciiToNumber(&n, text.data()), int(text.size())) << "NumAsciiToNumber(\"" << text << "\")";
+        ASSERT_EQ(hex(n), want(text)) << "NumAsciiToNumber(\"" << text << "\")";
         char buffer[256];
         int r = NumToAscii(&n, buffer, 200);
         ASSERT_EQ(r, int(std::strlen(buffer))) << "NumToAscii(" << hex(n) << ", 200)";
         ASSERT_EQ(NumAsciiToNumber(&back, buffer), r) << "NumAsciiToNumber(\"" << buffer << "\")";
-        ASSERT_EQ(hex(back), hex(n)) << "NumToAscii(" << hex(n) << ") gave \"" << buffer << "\"";
+        ASSERT_EQ(hex(back), hex(n)) << "NumToAscii(" << hex(n) << ", 200) gave \"" << buffer << "\"";
+    }
+}
+
+TEST(NumToAscii, FormsWithinTheWidth) {
+    const struct { std::string value; int width; const char* text; } cases[] = { // text nullptr: none
+        {"0", 10, "0"}, {"0", 1, "0"}, {"-1", 10, "-1"}, {"0.5", 10, ".5"}, {"-0.5", 10, "-.5"}, {"100", 10, "100"},
+        {"12345.678", 20, "12345.678"}, {"12345.678", 9, "12345.678"}, {"12345.678", 8, "12345.68"},
+        {"12345.678", 7, "12345.7"}, {"12345.678", 6, "12346"}, {"12345.678", 5, "12346"}, {"12345.678", 4, nullptr},
+        {"-12345.678", 6, "-12346"}, {"-12345.678", 5, nullptr}, {"0.00001", 10, ".00001"}, {"0.00001", 7, ".00001"},
+        {"0.00001", 6, "1.E-05"}, {"0.00001", 5, nullptr}, {"0.00001234", 6, "1.E-05"}, {"0.000012345678", 8, "1.23E-05"},
+        {"0.0001234", 6, ".00012"}, {"0.0012345", 5, ".0012"}, {"1.26", 3, "1.3"}, {"1.96", 3, "2"},
+        {"9.96", 3, "10"}, {"99.96", 4, "100"}, {"0.0996", 4, ".1"}, {"0.994", 3, ".99"}, {"1000000", 7, "1000000"},
+        {"1000000", 6, "1.E+06"}, {"1000000", 5, nullptr}, {"123456789", 8, "1.23E+08"}, {"-123456789", 8, "-1.2E+08"},
+        {"999999.96", 7, "1.0E+06"}, // the carry makes it too long for the fixed form
+        {"0.1", 1, nullptr}, {"5", 1, "5"}, {"1.5", 2, "2"}, {"12.5", 2, "13"}, {"0.25", 2, ".3"},
+        {"1e-40", 12, "1.000000E-40"}, {"-2.5e50", 9, "-2.50E+50"},
+        {"1e118", 30, "9.999999999999999999999999E+99"}, {"1e-122", 30, "9.999999999999999999999999E-99"},
+        // padded; a leading zero digit (one "0" goes); fewer places than zeros behind the point: the
+        // zeros alone, beyond the width; null and an invalid length give ""
+        {"#04 C1 07 00 00", 10, "7"}, {"#03 C1 00 05", 10, "0.05"}, {"0.001", 2, "00"}, {"0.0001", 2, "000"},
+        {"#00", 10, nullptr}, {"#19 C1 01", 10, nullptr},
+    };
+    for (const auto& c : cases) {
+        tagNUMBER n = rec(c.value);
+        char buffer[64];
+        std::memset(buffer, 'Z', sizeof buffer);
+        int r = NumToAscii(&n, buffer, WORD(c.width));
+        EXPECT_EQ(r, c.text ? int(std::strlen(c.text)) : 0) << "NumToAscii(" << c.value << ", " << c.width << ")";
+        if (c.text || c.value[0] == '#') { // a refusal of a valid record leaves no usable text
+            EXPECT_STREQ(buffer, c.text ? c.text : "") << "NumToAscii(" << c.value << ", " << c.width << ")";
+        }
+    }
+}
+
+TEST(FMTgcvt, TextOfFifteenDigitsWithAPoint) {
+    const std::pair<double, const char*> cases[] = {
+        {0.0, "0"},   {-0.0, "0"},  {std::numeric_limits<double>::quiet_NaN(), "0"}, {1.5, "1.5"}, {100.0, "100"},
+        {0.1, "0.1"}, {2.0 / 3.0, "0.666666666666667"}, {-314150.0, "-314150"}, {1e20, "1e+020"}, {1e-5, "1e-005"},
+    };
+    for (const auto& [value, text] : cases) {
+        char buffer[64];
+        EXPECT_STREQ(FMTgcvt(value, buffer), text) << "FMTgcvt(" << value << ")";
     }
 }
 
 // The numeric locale as the run-time reports it, and what FMTgcvt sets.
-const char* gLocaleNow;
-const char* gLocaleSet;
+const char *gLocaleNow, *gLocaleSet;
 char* scriptedSetlocale(int category, const char* locale) {
     if (category == LC_NUMERIC && locale) gLocaleSet = locale;
     return const_cast<char*>(locale ? locale : gLocaleNow);
 }
 
-// Records of every length, normal or not, written in every width as the
-// first, character-by-character writer wrote them.
-TEST(NumToAscii, SameAsTheCharacterByCharacterWriter) {
-    std::mt19937 rng(23);
-    for (int i = 0; i < 20000; ++i) {
-        tagNUMBER n;
-        for (BYTE* p = &n.bLength; p < &n.bLength + sizeof n; ++p) *p = BYTE(rng());
-        if (i % 8) { // mostly normal records
-            Ref r = randomRef(rng, 1 + int(rng() % 46), 70);
-            n = rec(r.text());
-        }
-        WORD width = WORD(rng() % 50);
-        char got[64], want[64];
-        std::memset(got, 'x', sizeof got);
-        std::memset(want, 'x', sizeof want);
-        int r = NumToAscii(&n, got, width), w = numbaseline::ToAscii(&n, want, width);
-        ASSERT_EQ(r, w) << "NumToAscii(" << hex(n, 25) << ", " << width << ")";
-        ASSERT_EQ(std::string(got, width + 4), std::string(want, width + 4)) << "NumToAscii(" << hex(n, 25) << ", " << width << ")";
-    }
-}
-
-TEST(FMTgcvt, TextOfFifteenDigitsWithAPoint) {
-    const struct {
-        double value;
-        const char* text;
-    } cases[] = {
-        {0.0, "0"}, {-0.0, "0"}, {std::numeric_limits<double>::quiet_NaN(), "0"}, {1.5, "1.5"}, {100.0, "100"},
-        {0.1, "0.1"}, {2.0 / 3.0, "0.666666666666667"}, {-314150.0, "-314150"}, {1e20, "1e+020"}, {1e-5, "1e-005"},
-    };
-    for (const auto& c : cases) {
-        char buffer[64];
-        EXPECT_STREQ(FMTgcvt(c.value, buffer), c.text) << "FMTgcvt(" << c.value << ")";
-    }
-}
-
-TEST(FMTgcvt, SetsTheNumericLocaleToCOnce) {
+TEST(FMTgcvt, SetsTheNumericLocaleToCWhenItIsNot) {
     OslCrtService crt = *gOsl.crt;
     crt.setlocale = scriptedSetlocale;
     const OslCrtService* saved = gOsl.crt;
     gOsl.crt = &crt;
-    char buffer[64];
-    gLocaleNow = "German_Germany.1252";
-    gLocaleSet = nullptr;
-    FMTgcvt(2.5, buffer);
-    const char* setFromGerman = gLocaleSet;
-    gLocaleNow = "C";
-    gLocaleSet = nullptr;
-    FMTgcvt(2.5, buffer);
-    const char* setFromC = gLocaleSet;
-    gLocaleSet = nullptr;
-    FMTgcvt(0.0, buffer);
+    const std::tuple<const char*, double, const char*> cases[] = {
+        {"German_Germany.1252", 2.5, "C"}, {"C", 2.5, nullptr}, {"German_Germany.1252", 0.0, nullptr}};
+    for (const auto& [now, value, set] : cases) {
+        char buffer[64];
+        gLocaleNow = now;
+        gLocaleSet = nullptr;
+        FMTgcvt(value, buffer);
+        EXPECT_STREQ(gLocaleSet ? gLocaleSet : "(not set)", set ? set : "(not set)") << "FMTgcvt(" << value << ") under " << now;
+    }
     gOsl.crt = saved;
-    EXPECT_STREQ(setFromGerman, "C") << "FMTgcvt under a German numeric locale";
-    EXPECT_EQ(setFromC, nullptr) << "FMTgcvt when the numeric locale is already C";
-    EXPECT_EQ(gLocaleSet, nullptr) << "FMTgcvt(0.0) doesn't touch the locale";
 }
 
 TEST(NumDoubleToNumber, ThroughFifteenDigits) {
-    const struct {
-        double value;
-        int result;
-        std::string record;
-    } cases[] = {
-        {0.1, 1, "02 C0 0A"},
-        {1.5, 1, want("1.5")},
-        {-2.5, 1, want("-2.5")},
-        {0.0, 1, "01 C0"},
-        {1.0 / 3.0, 1, want("0.333333333333333")},
-        {123456789012345678.0, 1, want("1.23456789012346e17")},
-        {1e130, 0, "00"},
-        {1e-130, 0, "00"},
-        {std::numeric_limits<double>::infinity(), 1, "00"},
+    double null;
+    NumNullDouble(&null);
+    const struct { double value; int result; std::string record; } cases[] = {
+        {0.1, 1, "02 C0 0A"}, {1.5, 1, want("1.5")}, {-2.5, 1, want("-2.5")}, {0.0, 1, "01 C0"},
+        {1.0 / 3.0, 1, want("0.333333333333333")}, {123456789012345678.0, 1, want("1.23456789012346e17")},
+        {1e130, 0, "00"}, {1e-130, 0, "00"}, {std::numeric_limits<double>::infinity(), 1, "00"}, {null, 1, "00"},
     };
     for (const auto& c : cases) {
-        tagNUMBER n;
-        std::memset(&n, 0xEE, sizeof n);
+        tagNUMBER n = fromHex("EE");
         EXPECT_EQ(NumDoubleToNumber(&n, c.value), c.result) << "NumDoubleToNumber(" << c.value << ")";
         EXPECT_EQ(hex(n, bytesIn(c.record)), c.record) << "NumDoubleToNumber(" << c.value << ")";
     }
-    double null;
-    NumNullDouble(&null);
-    tagNUMBER n = rec("5");
-    EXPECT_EQ(NumDoubleToNumber(&n, null), 1) << "NumDoubleToNumber(null)";
-    EXPECT_EQ(n.bLength, 0) << "NumDoubleToNumber(null)";
-}
-
-TEST(NumGet, IsNumWordToNumber) {
-    tagNUMBER n;
-    EXPECT_EQ(NumGet(65535, &n), &n);
-    EXPECT_EQ(hex(n), want("65535"));
 }
 
 } // namespace
