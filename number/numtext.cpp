@@ -4,7 +4,7 @@
 #include "numrecord.h"
 
 #include "../core/libstate.h"
-#include "../intl/intl.h"
+#include <oxlrt31/intl.h>
 
 #include <cstdint>
 #include <cstring>

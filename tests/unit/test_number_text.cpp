@@ -14,7 +14,7 @@ namespace {
 
 using namespace numtest;
 
-using Reader = int(OXLAPI*)(tagNUMBER*, char*);
+using Reader = int(OXLAPI*)(tagNUMBER*, const char*);
 struct ReadCase {
     std::string text;
     int result;
