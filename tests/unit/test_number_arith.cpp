@@ -212,6 +212,7 @@ TEST(DateCompare, Tolerance) {
         {want("0.5000000000000002"), want("0.5"), 0},
         {want("1.00000000000000001"), want("1"), 0},  // 10^-17: the exponent alone decides
         {want("2"), want("1"), 1}, {"00", want("1"), -1}, {"00", "00", 0}, {"01 C0", want("-1"), 1},
+        {want("1e-20"), "01 C0", 1}, {want("-1e-20"), want("1e-20"), -1}, // signs decide, however close
         {want("-1"), want("1"), -1},
         {"19 C1 05", want("1"), 0}, // length 25: no order
     };

@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <cstring>
+
 namespace {
 
 TEST(OslText, CharNextExAndPrevExStepByTheLeadBytesOfThePage) {
@@ -59,6 +62,11 @@ TEST(IntlSystem, StringsFollowTheSystemCodePage) {
     EXPECT_EQ(IntlIsNthByteDB(s, 2), db ? 2 : 0) << "IntlIsNthByteDB(S, 2) under code page " << acp;
     EXPECT_EQ(IntlStrScan(s, const_cast<char*>("b")), db ? 2 : 3) << "IntlStrScan(S, b) under code page " << acp;
     EXPECT_EQ(IntlStrLen(tail), 2) << "a trailing lead byte is one character, code page " << acp;
+    // Letters of the page: not digits, and on 1252 sharp s but not the multiplication sign.
+    EXPECT_TRUE(gOsl.text->IsCharAlphaA('a') && !gOsl.text->IsCharAlphaA('1') && gOsl.text->IsCharAlphaNumericA('1')) << acp;
+    EXPECT_TRUE(acp != 1252 || (gOsl.text->IsCharAlphaA(char(0xDF)) && !gOsl.text->IsCharAlphaA(char(0xD7)))) << "IsCharAlphaA(DF, D7)";
+    const char* lc = std::getenv("LC_ALL"); // the second run's Japanese locale is a Japanese system
+    EXPECT_TRUE(!lc || std::strncmp(lc, "ja", 2) || (acp == 932 && primary == 0x11)) << "LC_ALL=" << lc << ": " << acp;
     char kana[] = "\xB6\xDE"; // under a Japanese system, the voiced ka
     EXPECT_EQ(acp == 932 ? (IntlStrJapanFull(full, kana), Hex(full)) : "83 4B", "83 4B") << "IntlStrJapanFull(B6 DE) under code page 932";
 }
