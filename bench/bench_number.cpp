@@ -40,7 +40,7 @@ const Records& records() {
     return r;
 }
 
-using BinaryOp = int(OXLAPI*)(tagNUMBER*, tagNUMBER*, tagNUMBER*);
+using BinaryOp = int(OXLAPI*)(tagNUMBER*, const tagNUMBER*, const tagNUMBER*);
 
 void binary(benchmark::State& state, BinaryOp op, const tagNUMBER& a0, const tagNUMBER& b0) {
     tagNUMBER a = a0, b = b0, out;

@@ -267,9 +267,9 @@ inline int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b,
 
 } // namespace
 
-int OXLAPI NumAddition(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) { return addOrSubtract(out, a, b, false); }
+int OXLAPI NumAddition(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) { return addOrSubtract(out, a, b, false); }
 
-int OXLAPI NumSubtract(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) { return addOrSubtract(out, a, b, true); }
+int OXLAPI NumSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) { return addOrSubtract(out, a, b, true); }
 
 namespace {
 
@@ -484,7 +484,7 @@ __attribute__((noinline)) int multiplyDigits(tagNUMBER* out, const tagNUMBER* a,
 
 } // namespace
 
-int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
+int OXLAPI NumMultiply(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) {
     if (multiplyNormal(out, a, b)) return out->bLength;
     return multiplyDigits(out, a, b);
 }

@@ -70,7 +70,7 @@ int OXLAPI NumNegate(tagNUMBER* n) {
     return n->bLength;
 }
 
-int OXLAPI NumCompare(tagNUMBER* a, tagNUMBER* b) {
+int OXLAPI NumCompare(const tagNUMBER* a, const tagNUMBER* b) {
     int la = NumpLengthArith(a), lb = NumpLengthArith(b);
     if (la > kMaxLength || lb > kMaxLength) return 0;
     if (la == 0) return lb == 0 ? 0 : -1; // null is below every value
@@ -85,7 +85,7 @@ int OXLAPI NumCompare(tagNUMBER* a, tagNUMBER* b) {
     return x.negative ? -order : order;
 }
 
-int OXLAPI NumIsZero(tagNUMBER* n) {
+int OXLAPI NumIsZero(const tagNUMBER* n) {
     int length = NumpLength(n);
     if (length == 0 || length > kMaxLength) return 0;
     if (length == 1) return 1;
@@ -96,7 +96,7 @@ void OXLAPI NumNullToZero(tagNUMBER* n) {
     if (NumpLength(n) == 0) writeZero(n);
 }
 
-int OXLAPI NumIsNullDouble(double* d) {
+int OXLAPI NumIsNullDouble(const double* d) {
     uint64_t bits;
     std::memcpy(&bits, d, sizeof bits);
     return ((bits >> 52) & 0x7FF) == 0x7FF;

@@ -170,7 +170,7 @@ void quotientDigits(const NumpOperand& x, const NumpOperand& y, BYTE* q) {
 
 } // namespace
 
-int OXLAPI NumDivide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b) {
+int OXLAPI NumDivide(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) {
     NumpOperand x = NumpRead(a, NumpLengthArith(a)), y = NumpRead(b, NumpLengthArith(b));
     int negative = x.negative != y.negative;
     BYTE q[kQuotientDigits + 1]; // read only as far as written

@@ -28,7 +28,7 @@ double toDouble(const tagNUMBER* n) {
 
 } // namespace
 
-void OXLAPI NumToDouble(tagNUMBER* n, double* out) {
+void OXLAPI NumToDouble(const tagNUMBER* n, double* out) {
     int length = NumpLength(n);
     if (length == 0 || length > 24) {
         NumNullDouble(out);
@@ -37,7 +37,7 @@ void OXLAPI NumToDouble(tagNUMBER* n, double* out) {
     *out = toDouble(n);
 }
 
-void OXLAPI NumToDoubleNotNull(tagNUMBER* n, double* out) {
+void OXLAPI NumToDoubleNotNull(const tagNUMBER* n, double* out) {
     if (n->bLength == 0) {
         *out = 0.0;
         return;

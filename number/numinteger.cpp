@@ -37,23 +37,23 @@ int fromMagnitude(tagNUMBER* out, uint32_t value, int negative) {
 
 } // namespace
 
-LONG OXLAPI NumToLong(tagNUMBER* n) {
+LONG OXLAPI NumToLong(const tagNUMBER* n) {
     LONG reply = 0;
     return LONG(toInteger(n, &reply));
 }
 
-DWORD OXLAPI NumToDWord(tagNUMBER* n) { return DWORD(NumToLong(n)); }
+DWORD OXLAPI NumToDWord(const tagNUMBER* n) { return DWORD(NumToLong(n)); }
 
-WORD OXLAPI NumToWord(tagNUMBER* n) { return WORD(NumToLong(n)); }
+WORD OXLAPI NumToWord(const tagNUMBER* n) { return WORD(NumToLong(n)); }
 
-LONG OXLAPI NumToLongReply(tagNUMBER* n, LONG* reply) {
+LONG OXLAPI NumToLongReply(const tagNUMBER* n, LONG* reply) {
     *reply = 0;
     return LONG(toInteger(n, reply));
 }
 
-DWORD OXLAPI NumToDWordReply(tagNUMBER* n, LONG* reply) { return DWORD(NumToLongReply(n, reply)); }
+DWORD OXLAPI NumToDWordReply(const tagNUMBER* n, LONG* reply) { return DWORD(NumToLongReply(n, reply)); }
 
-WORD OXLAPI NumToWordReply(tagNUMBER* n, LONG* reply) { return WORD(NumToLongReply(n, reply)); }
+WORD OXLAPI NumToWordReply(const tagNUMBER* n, LONG* reply) { return WORD(NumToLongReply(n, reply)); }
 
 int OXLAPI NumLongToNumber(tagNUMBER* out, LONG value) {
     if (value == INT32_MIN) { // no positive counterpart in 32 bits

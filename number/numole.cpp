@@ -50,7 +50,7 @@ struct Mantissa {
 
 } // namespace
 
-void OXLAPI NumLLongToNumber(tagNUMBER* out, CY* in) {
+void OXLAPI NumLLongToNumber(tagNUMBER* out, const CY* in) {
     int64_t value = in->int64;
     uint64_t mag = value < 0 ? 0 - uint64_t(value) : uint64_t(value);
     uint32_t words[2] = {uint32_t(mag >> 32), uint32_t(mag)};
@@ -59,7 +59,7 @@ void OXLAPI NumLLongToNumber(tagNUMBER* out, CY* in) {
     out->bLength = BYTE(NumpPack(out->abData, digits, count, value < 0, NUM_EXP_BIAS + count, kPad));
 }
 
-void OXLAPI NumToLLong(CY* out, tagNUMBER* in, LONG* reply) {
+void OXLAPI NumToLLong(CY* out, const tagNUMBER* in, LONG* reply) {
     *reply = 0;
     NumpOperand x = NumpRead(in, in->bLength); // the whole byte is the length here
     NumpIntegerPart part = NumpIntegerOf(x);
@@ -73,7 +73,7 @@ void OXLAPI NumToLLong(CY* out, tagNUMBER* in, LONG* reply) {
     out->int64 = int64_t(x.negative ? 0 - a : a);
 }
 
-void OXLAPI NumDECIMALToNumber(tagNUMBER* out, DECIMAL* in) {
+void OXLAPI NumDECIMALToNumber(tagNUMBER* out, const DECIMAL* in) {
     // An odd scale takes one decimal digit more: the mantissa times 10, with
     // a fourth word for what that carries beyond 96 bits.
     uint32_t words[4] = {0, in->Hi32, in->Mid32, in->Lo32};
@@ -93,7 +93,7 @@ void OXLAPI NumDECIMALToNumber(tagNUMBER* out, DECIMAL* in) {
     out->bLength = BYTE(NumpPack(out->abData, digits, count, in->sign != 0, exponent, kPad));
 }
 
-void OXLAPI NumToDECIMAL(DECIMAL* out, tagNUMBER* in, LONG* reply) {
+void OXLAPI NumToDECIMAL(DECIMAL* out, const tagNUMBER* in, LONG* reply) {
     *reply = 0;
     NumpOperand x = NumpRead(in, in->bLength); // the whole byte is the length here
     if (x.count == 0) {

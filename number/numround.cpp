@@ -14,7 +14,7 @@ int writeRounded(tagNUMBER* out, BYTE* digits, int count, int negative, int expo
 
 } // namespace
 
-int OXLAPI NumRound(tagNUMBER* out, tagNUMBER* in, int scale) {
+int OXLAPI NumRound(tagNUMBER* out, const tagNUMBER* in, int scale) {
     NumpOperand x = NumpRead(in, NumpLength(in));
     BYTE* d = x.digits;
     bool normal = !NumpAnyAbove99(d, x.count);
@@ -62,7 +62,7 @@ int OXLAPI NumTruncate(tagNUMBER* n, int precision, int scale) {
     return 1;
 }
 
-int OXLAPI NumPower10(tagNUMBER* out, tagNUMBER* in, int power) {
+int OXLAPI NumPower10(tagNUMBER* out, const tagNUMBER* in, int power) {
     if (power + NUM_EXP_BIAS < NUM_MIN_EXP || power + NUM_EXP_BIAS > NUM_MAX_EXP) {
         out->bLength = 0;
         return 0;

@@ -186,7 +186,7 @@ int fixedWithIntegerPart(const NumpOperand& v, char* buffer, int width) {
 
 } // namespace
 
-int OXLAPI NumToAscii(tagNUMBER* n, char* buffer, WORD width) {
+int OXLAPI NumToAscii(const tagNUMBER* n, char* buffer, WORD width) {
     int length = NumpLength(n);
     if (length == 0 || length > 24) {
         buffer[0] = 0;

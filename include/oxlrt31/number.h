@@ -46,13 +46,13 @@ void OXLAPI NumCreateSmall(tagNUMBER* n, int value);
 /* Negates in place; the new length byte, or 0 for null or an invalid length. */
 int OXLAPI NumNegate(tagNUMBER* n);
 /* -1, 0 or 1; null is below every value; an invalid length compares equal. */
-int OXLAPI NumCompare(tagNUMBER* a, tagNUMBER* b);
+int OXLAPI NumCompare(const tagNUMBER* a, const tagNUMBER* b);
 /* 1 for zero; 0 for null, invalid lengths and every other value. */
-int OXLAPI NumIsZero(tagNUMBER* n);
+int OXLAPI NumIsZero(const tagNUMBER* n);
 /* Makes a null record zero; leaves every other record alone. */
 void OXLAPI NumNullToZero(tagNUMBER* n);
 /* The double form of null: any double with all 11 exponent bits set. */
-int OXLAPI NumIsNullDouble(double* d);
+int OXLAPI NumIsNullDouble(const double* d);
 /* Stores the null double, the quiet NaN 0x7FF8000000000000. */
 void OXLAPI NumNullDouble(double* d);
 
@@ -66,17 +66,17 @@ void OXLAPI NumNullDouble(double* d);
  * gives 02 84 01 (1E-122). x / 0 gives 02 FC 01, 1E+118, with the sign of
  * x, and 0 / 0 gives 0.
  */
-int OXLAPI NumAddition(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
-int OXLAPI NumSubtract(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
-int OXLAPI NumMultiply(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
-int OXLAPI NumDivide(tagNUMBER* out, tagNUMBER* a, tagNUMBER* b);
+int OXLAPI NumAddition(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b);
+int OXLAPI NumSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b);
+int OXLAPI NumMultiply(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b);
+int OXLAPI NumDivide(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b);
 /* Rounds half away from zero to `scale` decimal places (negative: tens...). */
-int OXLAPI NumRound(tagNUMBER* out, tagNUMBER* in, int scale);
+int OXLAPI NumRound(tagNUMBER* out, const tagNUMBER* in, int scale);
 /* Cuts in place to precision - scale integer and scale fraction places;
  * 1, or 0 for null or an invalid length (n unchanged). */
 int OXLAPI NumTruncate(tagNUMBER* n, int precision, int scale);
 /* out = in x 10^power for power -60..60; otherwise out is null and 0. */
-int OXLAPI NumPower10(tagNUMBER* out, tagNUMBER* in, int power);
+int OXLAPI NumPower10(tagNUMBER* out, const tagNUMBER* in, int power);
 /* Compares date values: -1, 0, 1, equal within 3 x 10^-16. Cuts an operand
  * longer than 12 data bytes to 12, in the caller's record. */
 int OXLAPI DateCompare(tagNUMBER* a, tagNUMBER* b);
@@ -89,27 +89,27 @@ int OXLAPI DateCompare(tagNUMBER* a, tagNUMBER* b);
  * range is not reported). From an integer the result is the length byte.
  * LONG is 32 bits on every platform.
  */
-LONG OXLAPI NumToLong(tagNUMBER* n);
-DWORD OXLAPI NumToDWord(tagNUMBER* n);
-WORD OXLAPI NumToWord(tagNUMBER* n);
-LONG OXLAPI NumToLongReply(tagNUMBER* n, LONG* reply);
-DWORD OXLAPI NumToDWordReply(tagNUMBER* n, LONG* reply);
-WORD OXLAPI NumToWordReply(tagNUMBER* n, LONG* reply);
+LONG OXLAPI NumToLong(const tagNUMBER* n);
+DWORD OXLAPI NumToDWord(const tagNUMBER* n);
+WORD OXLAPI NumToWord(const tagNUMBER* n);
+LONG OXLAPI NumToLongReply(const tagNUMBER* n, LONG* reply);
+DWORD OXLAPI NumToDWordReply(const tagNUMBER* n, LONG* reply);
+WORD OXLAPI NumToWordReply(const tagNUMBER* n, LONG* reply);
 int OXLAPI NumLongToNumber(tagNUMBER* out, LONG value);
 int OXLAPI NumDWordToNumber(tagNUMBER* out, DWORD value);
 int OXLAPI NumWordToNumber(tagNUMBER* out, WORD value);
 /* Null or an invalid length gives the null double. */
-void OXLAPI NumToDouble(tagNUMBER* n, double* out);
+void OXLAPI NumToDouble(const tagNUMBER* n, double* out);
 /* As NumToDouble, but a length byte of 0 gives 0.0. */
-void OXLAPI NumToDoubleNotNull(tagNUMBER* n, double* out);
+void OXLAPI NumToDoubleNotNull(const tagNUMBER* n, double* out);
 /* CY is read as a plain 64-bit integer, unscaled. Both write padded records. */
-void OXLAPI NumLLongToNumber(tagNUMBER* out, CY* in);
-void OXLAPI NumToLLong(CY* out, tagNUMBER* in, LONG* reply);
-void OXLAPI NumDECIMALToNumber(tagNUMBER* out, DECIMAL* in);
+void OXLAPI NumLLongToNumber(tagNUMBER* out, const CY* in);
+void OXLAPI NumToLLong(CY* out, const tagNUMBER* in, LONG* reply);
+void OXLAPI NumDECIMALToNumber(tagNUMBER* out, const DECIMAL* in);
 /* At most 28 decimal places, cut; `out` is left alone when the value can't
  * be placed at all (reply 1). A value of 2^96 or more whose digits fit the
  * 29 places is stored modulo 2^96 with reply 0: 2^96 itself gives 0. */
-void OXLAPI NumToDECIMAL(DECIMAL* out, tagNUMBER* in, LONG* reply);
+void OXLAPI NumToDECIMAL(DECIMAL* out, const tagNUMBER* in, LONG* reply);
 
 /*
  * Text, plain ASCII with "." as the point.
@@ -135,7 +135,7 @@ int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, const char* text);
  * don't read it. The scientific form's exponent stops at E+99 and E-99: a record
  * beyond them (up to 1E+120, down to 1E-122) is written as if it were
  * 9.99...E+99 or 9.99...E-99, and that text reads back as another record. */
-int OXLAPI NumToAscii(tagNUMBER* n, char* buffer, WORD width);
+int OXLAPI NumToAscii(const tagNUMBER* n, char* buffer, WORD width);
 /* NumWordToNumber with its arguments the other way round; returns out. */
 tagNUMBER* OXLAPI NumGet(WORD value, tagNUMBER* out);
 /* A double to a record through its text of 15 significant digits: 1, or 0

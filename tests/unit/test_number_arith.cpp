@@ -10,7 +10,7 @@ namespace {
 
 using namespace numtest;
 
-using BinaryOp = int(OXLAPI*)(tagNUMBER*, tagNUMBER*, tagNUMBER*);
+using BinaryOp = int(OXLAPI*)(tagNUMBER*, const tagNUMBER*, const tagNUMBER*);
 
 // Runs op on copies of two records, into a third and into either operand:
 // the result must be the length byte, and the same record all three ways.

@@ -161,7 +161,7 @@ int cmdCalc(int argc, char** argv) {
     while (*p == ' ') ++p;
     static const struct {
         char op;
-        int(OXLAPI* run)(tagNUMBER*, tagNUMBER*, tagNUMBER*);
+        int(OXLAPI* run)(tagNUMBER*, const tagNUMBER*, const tagNUMBER*);
     } kOps[] = {{'+', NumAddition}, {'-', NumSubtract}, {'*', NumMultiply}, {'/', NumDivide}};
     auto op = std::find_if(std::begin(kOps), std::end(kOps), [&](const auto& o) { return o.op == *p; });
     if (op == std::end(kOps)) {
