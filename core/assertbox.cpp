@@ -13,7 +13,7 @@ constexpr size_t kTextSize = 200;
 constexpr size_t kNumberRoom = 11; // "%d" of any 32-bit value
 } // namespace
 
-void OXLAPI AssertBox(char* file, DWORD line) {
+void OXLAPI AssertBox(const char* file, DWORD line) {
     static const char kPrefix[] = "Internal Error: ";
     char text[kTextSize];
     // Prefix and name, less the two cut characters, leave room for the number.

@@ -26,12 +26,12 @@ void OXLAPI MemFree(void* block) {
     gOsl.memory->HeapFree(block);
 }
 
-DWORD OXLAPI MemSize(void* block) {
+DWORD OXLAPI MemSize(const void* block) {
     if (!block) return 0;
     CRSectGuard hold(gpCRSECTMain);
-    return DWORD(gOsl.memory->HeapSize(block));
+    return DWORD(gOsl.memory->HeapSize(const_cast<void*>(block))); // only read, as Win32's HeapSize takes it
 }
 
-int OXLAPI MemCheck(void*) { return 0; }
+int OXLAPI MemCheck(const void*) { return 0; }
 
 int OXLAPI MemCheckAll(void) { return 0; }

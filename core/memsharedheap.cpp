@@ -308,7 +308,7 @@ void OXLAPI MemSharedFree(void* payload) {
     }
 }
 
-int OXLAPI MemSharedCheck(void* payload) {
+int OXLAPI MemSharedCheck(const void* payload) {
     if (!payload) return 1;
     try {
         Heap heap;

@@ -42,7 +42,7 @@ constexpr long kMaxDoubleText = 99;
 
 } // namespace
 
-int OXLAPI IntlFetchNextNumLong(LONG* out, char* text) {
+int OXLAPI IntlFetchNextNumLong(LONG* out, const char* text) {
     if (!out || !text) return 0;
     const char* p = IntlStripStartSpace(text);
     bool negative = *p == '-';
@@ -58,7 +58,7 @@ int OXLAPI IntlFetchNextNumLong(LONG* out, char* text) {
     return int(p - text);
 }
 
-int OXLAPI IntlFetchNextNumDouble(double* out, char* text) {
+int OXLAPI IntlFetchNextNumDouble(double* out, const char* text) {
     if (!out || !text) return 0;
     const char* end = decimalEnd(IntlStripStartSpace(text));
     if (!end) return 0;

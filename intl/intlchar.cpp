@@ -30,31 +30,31 @@ char* IntlpNth(const char* s, int n) {
     return const_cast<char*>(s);
 }
 
-int OXLAPI IntlIsDBChar(char* p) { return p && IntlpNext(p) - p > 1; }
+int OXLAPI IntlIsDBChar(const char* p) { return p && IntlpNext(p) - p > 1; }
 
-int OXLAPI IntlBytesInNextChar(char* p) { return p ? int(IntlpNext(p) - p) : 0; }
+int OXLAPI IntlBytesInNextChar(const char* p) { return p ? int(IntlpNext(p) - p) : 0; }
 
-char* OXLAPI IntlNextDBCInStr(char* s) {
+char* OXLAPI IntlNextDBCInStr(const char* s) {
     // Before the first double-byte character every character is one byte,
     // so walking by characters visits the same places as going byte by byte.
     for (char* next; s && *s; s = next) {
         next = IntlpNext(s);
-        if (next - s > 1) return s;
+        if (next - s > 1) return const_cast<char*>(s); // a place in the caller's text, as strchr gives
     }
     return nullptr;
 }
 
-int OXLAPI IntlIsNthCharDB(char* s, int n) {
+int OXLAPI IntlIsNthCharDB(const char* s, int n) {
     if (!IntlpDBCS() || !s || n < 0) return 0;
     char* p = IntlpNth(s, n);
     return p && *p && IntlIsDBChar(p);
 }
 
-int OXLAPI IntlIsNthByteDB(char* s, int n) {
+int OXLAPI IntlIsNthByteDB(const char* s, int n) {
     if (!IntlpDBCS() || !s || n < 0) return 0;
     int consumed = 0;
-    for (char* p = s; *p;) {
-        char* next = IntlpNext(p);
+    for (const char* p = s; *p;) {
+        const char* next = IntlpNext(p);
         if (next - p > 1 && n - consumed < 2) return consumed == n ? 1 : 2;
         consumed += int(next - p);
         if (consumed > n) return 0;
@@ -63,14 +63,14 @@ int OXLAPI IntlIsNthByteDB(char* s, int n) {
     return 0;
 }
 
-char* OXLAPI IntlStrNthChar(char* s, int n) { return s && n >= 0 ? IntlpNth(s, n) : nullptr; }
+char* OXLAPI IntlStrNthChar(const char* s, int n) { return s && n >= 0 ? IntlpNth(s, n) : nullptr; }
 
-short OXLAPI IntlStrFirstChar(char* s) { return s && *s ? signedValue(s, IntlpNext(s)) : 0; }
+short OXLAPI IntlStrFirstChar(const char* s) { return s && *s ? signedValue(s, IntlpNext(s)) : 0; }
 
-short OXLAPI IntlStrLastChar(char* s) {
+short OXLAPI IntlStrLastChar(const char* s) {
     if (!s || !*s) return 0;
-    char* last = s;
-    char* next = IntlpNext(s);
+    const char* last = s;
+    const char* next = IntlpNext(s);
     while (*next) {
         last = next;
         next = IntlpNext(next);
@@ -87,25 +87,25 @@ WORD OXLAPI IntlDBCSBlank(void) {
     }
 }
 
-WORD OXLAPI IntlDBCSChar(char* p) { return p ? IntlpValue(p, IntlpNext(p)) : 0; }
+WORD OXLAPI IntlDBCSChar(const char* p) { return p ? IntlpValue(p, IntlpNext(p)) : 0; }
 
 int OXLAPI IntlCharIsHexDigit(WORD c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
 }
 
-char* OXLAPI IntlStripStartSpace(char* s) {
+char* OXLAPI IntlStripStartSpace(const char* s) {
     for (char* next; s && *s && IntlpIsWhite(s, next = IntlpNext(s));) s = next;
-    return s;
+    return const_cast<char*>(s);
 }
 
-char* OXLAPI IntlStripStartBlank(char* s) {
+char* OXLAPI IntlStripStartBlank(const char* s) {
     WORD blank = IntlpDBCS() ? IntlDBCSBlank() : 0;
     for (char* next; s && *s; s = next) {
         next = IntlpNext(s);
         WORD v = IntlpValue(s, next);
         if (v != ' ' && (next - s < 2 || v != blank)) break;
     }
-    return s;
+    return const_cast<char*>(s);
 }
 
-int OXLAPI IntlStrIsNextChSpace(char* p) { return p && *p && IntlpIsWhite(p, IntlpNext(p)); }
+int OXLAPI IntlStrIsNextChSpace(const char* p) { return p && *p && IntlpIsWhite(p, IntlpNext(p)); }

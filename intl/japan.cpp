@@ -50,7 +50,7 @@ int OXLAPI IntlIsKanji(BYTE c) {
 
 int OXLAPI IntlIsKatakana(BYTE c) { return japanese() && c >= 0xA0 && c <= 0xDF; }
 
-int OXLAPI IntlStrJapanFull(char* dst, char* src) {
+int OXLAPI IntlStrJapanFull(char* dst, const char* src) {
     if (!dst || !src) return -1;
     if (!IntlpDBCS()) return copyBytes(dst, src);
     char* out = dst;
@@ -70,7 +70,7 @@ int OXLAPI IntlStrJapanFull(char* dst, char* src) {
     return chars;
 }
 
-int OXLAPI IntlStrJapanHalf(char* dst, char* src) {
+int OXLAPI IntlStrJapanHalf(char* dst, const char* src) {
     if (!dst || !src) return -1;
     if (!IntlpDBCS()) return copyBytes(dst, src);
     char* out = dst;

@@ -30,7 +30,7 @@ char* OXLAPI IntlStrUpper(char* s) { return s ? gOsl.text->CharUpperA(s) : s; }
 
 char* OXLAPI IntlStrLower(char* s) { return s ? gOsl.text->CharLowerA(s) : s; }
 
-int OXLAPI IntlStrProper(char* dst, char* src) {
+int OXLAPI IntlStrProper(char* dst, const char* src) {
     if (!dst) return 0;
     const char* text = IntlpText(src);
     std::memmove(dst, text, std::strlen(text) + 1);

@@ -116,41 +116,41 @@ int IntlpCopyChars(char* dst, const char* src, int n, int* bytes) {
     return chars;
 }
 
-int OXLAPI IntlStrLen(char* s) { return IntlpDBCS() ? IntlpCount(s) : IntlpLen(s); }
+int OXLAPI IntlStrLen(const char* s) { return IntlpDBCS() ? IntlpCount(s) : IntlpLen(s); }
 
-int OXLAPI IntlStrLenB(char* s) { return IntlpLen(s); }
+int OXLAPI IntlStrLenB(const char* s) { return IntlpLen(s); }
 
-int OXLAPI IntlStrLeft(char* dst, char* src, int n) {
+int OXLAPI IntlStrLeft(char* dst, const char* src, int n) {
     if (!dst) return 0;
     return IntlpDBCS() ? leftDB(dst, IntlpText(src), n) : midBytes(dst, IntlpText(src), 0, n < 0 ? 0 : n);
 }
 
-int OXLAPI IntlStrRight(char* dst, char* src, int n) {
+int OXLAPI IntlStrRight(char* dst, const char* src, int n) {
     if (!dst) return 0;
     return IntlpDBCS() ? rightDB(dst, IntlpText(src), n) : rightBytesSB(dst, IntlpText(src), n);
 }
 
-int OXLAPI IntlStrMid(char* dst, char* src, int start, int n) {
+int OXLAPI IntlStrMid(char* dst, const char* src, int start, int n) {
     if (!dst) return 0;
     return IntlpDBCS() ? midDB(dst, IntlpText(src), start, n) : midBytes(dst, IntlpText(src), start, n);
 }
 
-int OXLAPI IntlStrLeftB(char* dst, char* src, int n) {
+int OXLAPI IntlStrLeftB(char* dst, const char* src, int n) {
     if (!dst) return 0;
     return IntlpDBCS() ? leftBytesDB(dst, IntlpText(src), n) : midBytes(dst, IntlpText(src), 0, n < 0 ? 0 : n);
 }
 
-int OXLAPI IntlStrRightB(char* dst, char* src, int n) {
+int OXLAPI IntlStrRightB(char* dst, const char* src, int n) {
     if (!dst) return 0;
     return IntlpDBCS() ? rightBytesDB(dst, IntlpText(src), n) : rightBytesSB(dst, IntlpText(src), n);
 }
 
-int OXLAPI IntlStrMidB(char* dst, char* src, int start, int n) {
+int OXLAPI IntlStrMidB(char* dst, const char* src, int start, int n) {
     if (!dst) return 0;
     return IntlpDBCS() ? midBytesDB(dst, IntlpText(src), start, n) : midBytes(dst, IntlpText(src), start, n);
 }
 
-char* OXLAPI IntlStrnCpy(char* dst, char* src, WORD n) {
+char* OXLAPI IntlStrnCpy(char* dst, const char* src, WORD n) {
     if (!dst) return dst;
     if (!IntlpDBCS()) return std::strncpy(dst, IntlpText(src), n);
     int bytes = 0;

@@ -52,13 +52,13 @@ int replaceBytesDB(char* dst, const char* src, const char* insert, int pos, int 
 
 } // namespace
 
-int OXLAPI IntlStrReplace(char* dst, char* src, char* insert, int pos, int n) {
+int OXLAPI IntlStrReplace(char* dst, const char* src, const char* insert, int pos, int n) {
     if (!dst) return 0;
     const char *text = IntlpText(src), *with = IntlpText(insert);
     return IntlpDBCS() ? replaceChars(dst, text, with, pos, n) : replaceBytes(dst, text, with, pos, n);
 }
 
-int OXLAPI IntlStrReplaceB(char* dst, char* src, char* insert, int pos, int n) {
+int OXLAPI IntlStrReplaceB(char* dst, const char* src, const char* insert, int pos, int n) {
     if (!dst) return 0;
     const char *text = IntlpText(src), *with = IntlpText(insert);
     return IntlpDBCS() ? replaceBytesDB(dst, text, with, pos, n) : replaceBytes(dst, text, with, pos, n);

@@ -97,7 +97,7 @@ bool step(Scan& k) {
 
 } // namespace
 
-int OXLAPI IntlStrScan(char* s, char* pattern) {
+int OXLAPI IntlStrScan(const char* s, const char* pattern) {
     if (!s || !pattern) return -1;
     if (!*s || !*pattern) return !*s && !*pattern ? 0 : -1;
     Scan k{s, pattern, s, pattern, nullptr, s, pattern};

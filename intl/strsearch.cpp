@@ -14,22 +14,22 @@ bool setHolds(const char* set, WORD v) {
 
 } // namespace
 
-char* OXLAPI IntlStrChr(char* s, WORD c) {
+char* OXLAPI IntlStrChr(const char* s, WORD c) {
     if (!s) return nullptr;
-    if (!IntlpDBCS()) return std::strchr(s, char(c & 0xFF));
+    if (!IntlpDBCS()) return const_cast<char*>(std::strchr(s, char(c & 0xFF)));
     for (char* next; *s; s = next) {
         next = IntlpNext(s);
-        if (IntlpValue(s, next) == c) return s;
+        if (IntlpValue(s, next) == c) return const_cast<char*>(s);
     }
-    return c == 0 ? s : nullptr;
+    return c == 0 ? const_cast<char*>(s) : nullptr;
 }
 
-char* OXLAPI IntlStrSearch(char* s, char* set) {
+char* OXLAPI IntlStrSearch(const char* s, const char* set) {
     if (!s || !set || !*set) return nullptr;
-    if (!IntlpDBCS()) return std::strpbrk(s, set);
+    if (!IntlpDBCS()) return const_cast<char*>(std::strpbrk(s, set));
     for (char* next; *s; s = next) {
         next = IntlpNext(s);
-        if (setHolds(set, IntlpValue(s, next))) return s;
+        if (setHolds(set, IntlpValue(s, next))) return const_cast<char*>(s);
     }
     return nullptr;
 }

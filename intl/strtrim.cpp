@@ -24,7 +24,7 @@ char* endOfText(char* s, char* keep) {
 
 } // namespace
 
-int OXLAPI IntlStrTrim(char* dst, char* src) {
+int OXLAPI IntlStrTrim(char* dst, const char* src) {
     if (!dst) return 0;
     const char* p = IntlpText(src);
     for (const char* next; *p && isBlank(p, next = IntlpStep(p));) p = next;
@@ -64,7 +64,7 @@ LONG OXLAPI IntlStrTrimTrailing(char* s) {
     return kept;
 }
 
-char* OXLAPI IntlStripEndSpace(char* dst, char* src) {
+char* OXLAPI IntlStripEndSpace(char* dst, const char* src) {
     if (!dst || !src) return nullptr;
     std::memmove(dst, src, std::strlen(src) + 1);
     *endOfText(dst, dst) = 0;

@@ -75,20 +75,20 @@ int getToken(char* out, char* input, const char* skip, const char* delims, WORD 
 
 } // namespace
 
-int OXLAPI IntlStrGetToken(char* out, char* input, char* skip, char* delims, WORD lead, int outSize) {
+int OXLAPI IntlStrGetToken(char* out, char* input, const char* skip, const char* delims, WORD lead, int outSize) {
     return getToken(out, input, skip, delims, lead, outSize, plainEnd, 0);
 }
 
-int OXLAPI IntlStrGetTokenNestedParens(char* out, char* input, char* skip, char* delims, WORD lead, int outSize) {
+int OXLAPI IntlStrGetTokenNestedParens(char* out, char* input, const char* skip, const char* delims, WORD lead, int outSize) {
     return getToken(out, input, skip, delims, lead, outSize, nestedEnd, 0);
 }
 
-int OXLAPI IntlStrGetTokenQuoted(char* out, char* input, char* skip, char* delims, WORD lead, BYTE quote,
+int OXLAPI IntlStrGetTokenQuoted(char* out, char* input, const char* skip, const char* delims, WORD lead, BYTE quote,
                                  int outSize) {
     return getToken(out, input, skip, delims, lead, outSize, quotedEnd, quote);
 }
 
-int OXLAPI IntlStrGetTokenPtr(char** token, char* input, char* skip, char* delims) {
+int OXLAPI IntlStrGetTokenPtr(char** token, char* input, const char* skip, const char* delims) {
     if (!token || !input || !skip || !delims) return 0;
     *token = input;
     return int(firstDelim(skipSet(input, skip), delims) - input);

@@ -12,7 +12,7 @@ OXL_EXTERN_C_BEGIN
 /* Shows "Internal Error: " + file, less its last two characters, + line in a
  * system-modal box captioned Oxlee, owned by the active window; returns when
  * it is closed. A file name too long for the box's 200 characters is cut. */
-void OXLAPI AssertBox(char* file, DWORD line);
+void OXLAPI AssertBox(const char* file, DWORD line);
 /* The ProductVersion (FileVersion) string of the module's version resource,
  * English with the Unicode code page or else with Windows Latin, copied into
  * buffer, which must hold it: 1. 0, with buffer untouched, when the module

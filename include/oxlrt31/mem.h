@@ -22,10 +22,10 @@ void* OXLAPI MemRealloc(void* block, DWORD size);
 /* Null does nothing. */
 void OXLAPI MemFree(void* block);
 /* Bytes in the block; 0 for null. */
-DWORD OXLAPI MemSize(void* block);
+DWORD OXLAPI MemSize(const void* block);
 /* Both always 0 and look at nothing: this heap keeps no checks. A 0 is not a
  * report of damage (the shared heap's checks use 1 for good). */
-int OXLAPI MemCheck(void* block);
+int OXLAPI MemCheck(const void* block);
 int OXLAPI MemCheckAll(void);
 
 OXL_EXTERN_C_END

@@ -43,7 +43,7 @@ void* OXLAPI MemSharedAlloc(DWORD size);
 void OXLAPI MemSharedFree(void* payload);
 /* 1 when the four signature words around the block are intact, or for null;
  * 0 otherwise, and for an address outside this process's heap. No lock. */
-int OXLAPI MemSharedCheck(void* payload);
+int OXLAPI MemSharedCheck(const void* payload);
 /* 1 when the header and every block of both lists are intact. */
 int OXLAPI MemSharedCheckAll(void);
 
