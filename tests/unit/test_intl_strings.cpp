@@ -82,7 +82,7 @@ TEST(IntlStrings, TrimmingAndCase) {
         {TO(IntlStrProper), "hello wORLD  foo", 16, "Hello World  Foo"}, {TO(IntlStrProper), "\tx\ny", 4, "\tX\nY"},
         {TO(Upper), "abC1", 0, "ABC1"}, {TO(Lower), "abC1", 0, "abc1"}, {CALL(IntlStrProper(dst, nullptr)), "", 0, ""},
         {CALL(At(IntlStripEndSpace(dst, nullptr), dst) + At(IntlStripEndSpace(nullptr, s), s)), "a", -2, kUntouched},
-        {CALL(IntlStrTrimTrailing(nullptr) + IntlStrProper(nullptr, s) + At(IntlStrUpper(nullptr), s)), "a", -1},
+        {CALL(IntlStrTrimTrailing(nullptr) + IntlStrProper(nullptr, s) + IntlStrTrim(nullptr, s) + At(IntlStrUpper(nullptr), s)), "a", -1},
         {CALL(IntlStrTrim(dst, nullptr)), "", 0, ""}, {OF(IntlIsStrEqual, dst), "ab", 0}, {OF(IntlIsStrEqual, nullptr), "", 0},
         {CALL(IntlIsStrEqual(nullptr, nullptr)), "", 1},
         {OF(IntlIsStrEqual, std::strcpy(dst, s)), "ab", 1}, {OF(IntlIsStrnEqual, std::strcpy(dst, "abd"), 2), "abc", 1},

@@ -28,7 +28,7 @@ const Call kTokens[] = {
     {TO(Plain, ","), "  ", 2, ""}, {TO(Plain, ","), ",abc", 0, ""}, {TO(Plain, ",;"), "a;b,c", 1, "a"}, {TO(Plain, ""), "a,b", 3, "a,b"},
     {TO(Plain, ",", '['), "[abc],", 5, "abc]"}, {TO(Plain, ",", '['), " [", 2, ""}, {TO(Plain, ",", '['), "abc,", 0, kUntouched},
     {TO(Plain, ",", '['), "", 0, kUntouched}, {TO(Plain, ",", 0x415B), "[a", 2, "a"}, {TO(Plain, ",", 0, 4), "abc,x", 3, "abc"},
-    {TO(Plain, ",", 0, 3), "abc,x", 0, kUntouched}, {TO(Plain, ",", 0, -1), "abc,x", 3, "abc"}, {TO(Plain, ",", 0, 1), ",", 0, ""},
+    {TO(Plain, ",", 0, 3), "abc,x", 0, kUntouched}, {TO(Plain, ",", 0, -1), "abc,x", 3, "abc"}, {TO(Plain, ",", 0, 1), ",", 0, ""}, {TO(Plain, ",", 0, 1), "a,", 0, kUntouched},
     {TO(Nested, ","), "f(a,b),c", 6, "f(a,b)"}, {TO(Nested, ","), "f(a,(b,c)),d", 10, "f(a,(b,c))"}, {TO(Nested, ","), "a),b,c", 2, "a)"},
     {TO(Nested, ","), "f(a,b", 5, "f(a,b"}, {CALL(Nested(dst, s, "(")), "f(,", 3, "f(,"}, {CALL(Nested(dst, s, ")")), "f(a)b)", 5, "f(a)b"},
     {TO(Quoted, ","), "'a,b',c", 5, "'a,b'"}, {TO(Quoted, ","), "x'a,b'y,c", 7, "x'a,b'y"}, {TO(Quoted, ","), "'a,b", 2, "'a"},

@@ -49,7 +49,7 @@ TEST(NumArithmetic, WorkedCases) {
         {NumSubtract, "-", "100", "0.01", "03 C1 63 63"}, {NumAddition, "+", "1e119", "9e119", "02 FC 01"},
         // bit 7 of a length byte: the length from bits 0-3; a byte above 99 carries; null and zero
         // whatever bytes stand behind them
-        {NumAddition, "+", "#82 C1 05", "#92 C1 05 06 07", "02 C1 0A"},
+        {NumAddition, "+", "#82 C1 05", "#92 C1 05 06 07", "02 C1 0A"}, {NumAddition, "+", "#02 C1 64", "99", "03 C2 01 63"},
         {NumSubtract, "-", "#06 C3 01 17 D6 43 50", "#00", "06 C3 01 19 0E 43 50"},
         {NumAddition, "+", "#00 3E 63 65", "5", "02 C1 05"}, {NumSubtract, "-", "5", "#01 3E 63 65", "02 C1 05"},
         {NumMultiply, "*", "#02 C1 96", "1", "03 C2 01 32"}, // 1.5 x 100 with its digit above 99, times 1

@@ -130,7 +130,7 @@ TEST(NumToAscii, FormsWithinTheWidth) {
         // padded; a leading zero digit (one "0" goes); fewer places than zeros behind the point: the
         // zeros alone, beyond the width; null and an invalid length give ""
         {"#04 C1 07 00 00", 10, "7"}, {"#03 C1 00 05", 10, "0.05"}, {"0.001", 2, "00"}, {"0.0001", 2, "000"},
-        {"#00", 10, nullptr}, {"#19 C1 01", 10, nullptr},
+        {"#00", 10, nullptr}, {"#19 C1 01", 10, nullptr}, {"#02 C1 00", 10, "0"},
     };
     for (const auto& c : cases) {
         tagNUMBER n = rec(c.value);
@@ -140,6 +140,7 @@ TEST(NumToAscii, FormsWithinTheWidth) {
         EXPECT_EQ(r, c.text ? int(std::strlen(c.text)) : 0) << "NumToAscii(" << c.value << ", " << c.width << ")";
         if (c.text || c.value[0] == '#') { // a refusal of a valid record leaves no usable text
             EXPECT_STREQ(buffer, c.text ? c.text : "") << "NumToAscii(" << c.value << ", " << c.width << ")";
+            EXPECT_EQ(std::string(buffer + r + 1, 8), "ZZZZZZZZ") << "bytes past the text of NumToAscii(" << c.value << ")";
         }
     }
 }
