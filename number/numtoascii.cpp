@@ -244,11 +244,12 @@ int OXLAPI NumToAscii(const tagNUMBER* n, char* buffer, WORD width) {
 
     if (m < L.lt + L.Z && m - L.Z >= 0 && roundAt(L, m - L.Z)) {
         ++L.x; // the zero or digit that the new 1 pushes aside goes
-        if (L.Z > 0)
-            --L.Z;
-        else
-            ++L.lenI;
-        if (L.lenF > 0) --L.lenF;
+        if (L.Z > 0) {
+            --L.Z; // the 1 takes the last zero's place: as many fraction digits
+        } else {
+            ++L.lenI; // the 1 moves in front of the point
+            if (L.lenF > 0) --L.lenF;
+        }
         if (!scientific && L.lenI + L.P > m) {
             scientific = true;
             m = w - 5;
@@ -257,6 +258,14 @@ int OXLAPI NumToAscii(const tagNUMBER* n, char* buffer, WORD width) {
         }
     }
 
+    // A fraction whose first digit has no place in the width rounds to zero
+    // there: its text is "0", unsigned, not the zeros behind the point alone
+    // (0.001 in two places would read "00").
+    if (!scientific && L.lenI == 0 && m <= L.Z) {
+        buffer[0] = '0';
+        buffer[1] = 0;
+        return 1;
+    }
     out = scientific ? writeScientific(out, L, w) : writeFixed(out, L, m);
     *out = 0;
     return int(out - buffer);

@@ -127,10 +127,10 @@ int OXLAPI NumAsciiToNumber(tagNUMBER* out, const char* text);
  * arithmetic clamps, whose digits are not the text's. */
 int OXLAPI NumHexAsciiToNumber(tagNUMBER* out, const char* text);
 /* At most `width` characters (sign included) and a NUL; the buffer needs
- * width + 1 bytes (3 more below a width of 6, where a small fraction can
- * show as the zeros behind its point alone). Fixed or scientific form, whichever shows the value in the
- * width; the text's length, or 0 when not even one digit fits (6 places
- * always fit a value, 7 a negative one). Null gives "" and 0. When it
+ * width + 1 bytes. Fixed or scientific form, whichever shows the value in
+ * the width; a fraction that rounds to zero in the width is "0". The
+ * text's length, or 0 when not even one digit fits (6 places always fit a
+ * value, 7 a negative one). Null gives "" and 0. When it
  * refuses a record that isn't null (result 0) the buffer gets no NUL:
  * don't read it. The scientific form's exponent stops at E+99 and E-99: a record
  * beyond them (up to 1E+120, down to 1E-122) is written as if it were

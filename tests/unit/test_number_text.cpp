@@ -128,8 +128,9 @@ TEST(NumToAscii, FormsWithinTheWidth) {
         {"1e-40", 12, "1.000000E-40"}, {"-2.5e50", 9, "-2.50E+50"},
         {"1e118", 30, "9.999999999999999999999999E+99"}, {"1e-122", 30, "9.999999999999999999999999E-99"},
         // padded; a leading zero digit (one "0" goes); fewer places than zeros behind the point: the
-        // zeros alone, beyond the width; null and an invalid length give ""
-        {"#04 C1 07 00 00", 10, "7"}, {"#03 C1 00 05", 10, "0.05"}, {"0.001", 2, "00"}, {"0.0001", 2, "000"},
+        // value rounds to zero in the width, unsigned; null and an invalid length give ""
+        {"#04 C1 07 00 00", 10, "7"}, {"#03 C1 00 05", 10, "0.05"}, {"0.001", 2, "0"}, {"0.0001", 2, "0"},
+        {"-0.001", 3, "0"}, {"0.004", 3, "0"}, {"0.006", 3, ".01"}, {"-0.006", 4, "-.01"}, {"0.0006", 4, ".001"},
         {"#00", 10, nullptr}, {"#19 C1 01", 10, nullptr}, {"#02 C1 00", 10, "0"},
     };
     for (const auto& c : cases) {
