@@ -250,6 +250,21 @@ TEST(SharedMutex, WaitResults) {
         EXPECT_EQ(got ? MemReleaseMutex() : 1, 1) << "MemReleaseMutex after " << what;
         while (shared.Levels() > 0) gOsl.shared->ReleaseMutex(gMemState.hMutex);
     }
+    // A sound heap is still not read, nor the caller's own level given back,
+    // when the wait for the mutex fails.
+    {
+        ScriptedShared shared({SharedSuffix()});
+        LONG created = -7;
+        ASSERT_EQ(MemSharedInitHeap(MemSharedInit(&created, 0x10000), 1000, 1), 1);
+    }
+    ScriptedShared shared({SharedSuffix(), false, false, false, false, {WAIT_OBJECT_0, WAIT_TIMEOUT}});
+    ASSERT_EQ(MemAcquireMutex(), 1);
+    EXPECT_EQ(MemSharedCheckAll(), 0) << "MemSharedCheckAll when the wait for the mutex times out";
+    EXPECT_EQ(shared.Levels(), 1) << "the caller's level after MemSharedCheckAll could not wait";
+    EXPECT_EQ(MemReleaseMutex(), 1);
+    EXPECT_EQ(MemSharedCheckAll(), 1) << "MemSharedCheckAll once the mutex can be had";
+    MemSharedTerminate();
+    EXPECT_EQ(shared.Levels(), 0);
 }
 
 // A failure of each object underneath: the results, *created, and no mutex
