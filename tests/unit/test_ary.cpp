@@ -89,6 +89,8 @@ TEST(ARYArray, InsertAndDelete) {
         EXPECT_EQ(show(contents(a)), show(r.after)) << call;
         EXPECT_EQ(ARYArraySize(a), (r.after.size() << 16) + 4) << call;
         EXPECT_EQ(blockSize(a), 8 + 4 * r.after.size()) << call;
+        // A block left locked can't move, so it could not grow again.
+        EXPECT_NE(a = ARYArrayInsert(a, -1), nullptr) << "ARYArrayInsert after " << call;
         EXPECT_EQ(ARYArrayFree(a), nullptr) << call;
     }
     EXPECT_EQ(ARYArrayInsert(nullptr, 0), nullptr) << "ARYArrayInsert(null)";

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 
 namespace {
@@ -96,6 +97,23 @@ TEST(VERGetVersionString, PosixModuleFileNames) {
         {"null (the program)", nullptr, true}, {"an address in the program", reinterpret_cast<HMODULE>(&AssertBox), true},
         {"an address in no module", reinterpret_cast<HMODULE>(0x10), false}};
     for (const auto& r : rows) EXPECT_EQ(gOsl.system->GetModuleFileNameA(r.module, name, sizeof name) != 0, r.named) << "GetModuleFileNameA(" << r.what << ")";
+    EXPECT_EQ(gOsl.system->GetFileVersionInfoSizeA("/no/such/module.so"), 0u) << "GetFileVersionInfoSizeA of a file that is not the library";
+}
+
+// The rest of the POSIX system and profile services: every field of the time
+// is filled in, and a default longer than the buffer is cut to fit.
+TEST(PosixBackend, SystemTimeAndProfileDefaults) {
+    SYSTEMTIME st;
+    std::memset(&st, 0xFF, sizeof st);
+    gOsl.system->GetSystemTime(&st);
+    const struct { const char* field; WORD got, low, high; } fields[] = {
+        {"wYear", st.wYear, 2000, 9999}, {"wMonth", st.wMonth, 1, 12}, {"wDayOfWeek", st.wDayOfWeek, 0, 6}, {"wDay", st.wDay, 1, 31},
+        {"wHour", st.wHour, 0, 23}, {"wMinute", st.wMinute, 0, 59}, {"wSecond", st.wSecond, 0, 60}, {"wMilliseconds", st.wMilliseconds, 0, 999},
+    };
+    for (const auto& f : fields) EXPECT_TRUE(f.got >= f.low && f.got <= f.high) << "GetSystemTime's " << f.field << " is " << f.got;
+    char out[4] = "xxx";
+    EXPECT_EQ(gOsl.profile->GetProfileStringA("intl", "sDate", "abcdef", out, sizeof out), 3u) << "GetProfileStringA with \"abcdef\" into 4 bytes";
+    EXPECT_STREQ(out, "abc");
 }
 #endif
 

@@ -48,12 +48,7 @@ TEST(List, IndexFromTheHead) {
 // Deleting joins the neighbours; index -1 stands for a node of another list,
 // which no call with an empty list or a null may touch.
 TEST(List, DeleteNodeJoinsTheNeighbours) {
-    const struct {
-        std::vector<LONG> before;
-        LONG index;
-        int result;
-        const char* after;
-    } cases[] = {{{10, 11, 12}, 0, 1, "[11 12 ]"}, {{10, 11, 12}, 1, 1, "[10 12 ]"}, {{10, 11, 12}, 2, 1, "[10 11 ]"},
+    const struct { std::vector<LONG> before; LONG index; int result; const char* after; } cases[] = {{{10, 11, 12}, 0, 1, "[11 12 ]"}, {{10, 11, 12}, 1, 1, "[10 12 ]"}, {{10, 11, 12}, 2, 1, "[10 11 ]"},
                  {{10}, 0, 1, "[]"},             {{}, -1, 0, "[]"},               {{10}, 5, 0, "[10 ]"}};
     for (const auto& c : cases) {
         ScriptedHeap heap;

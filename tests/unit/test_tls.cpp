@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <condition_variable>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -80,7 +79,7 @@ TEST_F(TLSTest, IndexesOutsideTheBlockStoreNothing) {
     for (const auto& call : gLog) EXPECT_LT(reinterpret_cast<uintptr_t>(call.first) - 0x1000, 200u) << "destructor of an item outside 0 to 199";
 }
 
-TEST_F(TLSTest, GetItemOnAFreshThreadRegistersABlockAndFreeMakesNone) {
+TEST_F(TLSTest, ThreadMapCountsThreadsWithABlockAndEmptiesWhenTheyGo) {
     int before = TLSpThreadCount(), afterGet = -1, afterFree = -1;
     void* got = item(0);
     onNewThread([&] { got = TLS_GetItem(index), afterGet = TLSpThreadCount(); });
@@ -88,7 +87,13 @@ TEST_F(TLSTest, GetItemOnAFreshThreadRegistersABlockAndFreeMakesNone) {
     EXPECT_EQ(got, nullptr);
     EXPECT_EQ(afterGet, before + 1) << "threads in the map during TLS_GetItem's thread";
     EXPECT_EQ(afterFree, before) << "TLS_Free on a thread without a block";
-    EXPECT_EQ(TLSpThreadCount(), before);
+    TLS_FreeAll();
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 25; ++i) // more threads than one node block holds
+        threads.emplace_back([&] { TLS_SetItem(index, item(1), nullptr), TLS_FreeAll(); });
+    for (auto& t : threads) t.join();
+    EXPECT_EQ(TLSpThreadCount(), 0) << "threads in the map once all have gone";
+    EXPECT_FALSE(TLSpMapHoldsMemory()) << "the map once all threads have gone";
 }
 
 TEST_F(TLSTest, SetItemDestroysTheOldValueEvenWhenItIsTheSame) {
@@ -125,58 +130,37 @@ TEST_F(TLSTest, FreeAllDestroysEveryItemOnceWithTheBlockInPlace) {
     EXPECT_EQ(logged(), 2u) << "items 7 and 199 destroyed once each";
 }
 
-// One-use meeting point. Not std::barrier: the mingw-w64 libstdc++ (GCC 12)
-// waits on atomics without a platform wait and can lose a notification, so a
-// barrier under Wine sometimes never opens.
-class Meeting {
-public:
-    explicit Meeting(int n) : m_left(n) {}
-    void arrive_and_wait() {
-        std::unique_lock<std::mutex> g(m_lock);
-        if (--m_left == 0) m_open.notify_all();
-        m_open.wait(g, [&] { return m_left <= 0; });
-    }
-
-private:
-    std::mutex m_lock;
-    std::condition_variable m_open;
-    int m_left;
-};
+// Spins until `count` reaches `n`. Not std::barrier: the mingw-w64 libstdc++
+// (GCC 12) waits on atomics without a platform wait and can lose a
+// notification, so a barrier under Wine sometimes never opens.
+void meet(std::atomic<int>& count, int n) {
+    for (++count; count < n;) std::this_thread::yield();
+}
 
 TEST_F(TLSTest, FreeIndexReachesEveryThreadOnTheCallingThread) {
     constexpr int kThreads = 4;
-    Meeting stored(kThreads + 1), freed(kThreads + 1);
+    std::atomic<int> stored{0}, freed{0};
     std::atomic<int> emptyAfter{0};
     std::vector<std::thread> threads;
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&, i] {
             TLS_SetItem(index, item(i), logDestroy);
             TLS_SetItem(3, item(100 + i), logDestroy); // below 100: cleared all the same
-            stored.arrive_and_wait();
-            freed.arrive_and_wait();
+            meet(stored, kThreads + 1);
+            meet(freed, kThreads + 1);
             emptyAfter += TLS_GetItem(index) == nullptr && TLS_GetItem(3) == nullptr;
             TLS_FreeAll();
         });
     }
-    stored.arrive_and_wait();
+    meet(stored, kThreads + 1);
     TLS_FreeIndex(index), TLS_FreeIndex(3);
     EXPECT_EQ(logged(), size_t(2 * kThreads));
     for (auto& call : gLog) EXPECT_EQ(call.second, std::this_thread::get_id()) << "a destructor ran on its item's thread";
-    freed.arrive_and_wait();
+    meet(freed, kThreads + 1);
     for (auto& t : threads) t.join();
     EXPECT_EQ(emptyAfter, kThreads);
     EXPECT_EQ(logged(), size_t(2 * kThreads)) << "a destructor ran twice";
     EXPECT_EQ(TLS_AllocIndex(), index) << "TLS_FreeIndex gave the number back";
-}
-
-TEST_F(TLSTest, MapHoldsNoMemoryOnceEveryThreadHasGone) {
-    TLS_FreeAll();
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 25; ++i) // more threads than one node block holds
-        threads.emplace_back([&] { TLS_SetItem(index, item(1), nullptr), TLS_FreeAll(); });
-    for (auto& t : threads) t.join();
-    EXPECT_EQ(TLSpThreadCount(), 0);
-    EXPECT_FALSE(TLSpMapHoldsMemory());
 }
 
 struct Counted {
