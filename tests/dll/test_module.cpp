@@ -136,13 +136,17 @@ TEST(Module, ItemsOfAThreadStillRunningAtUnloadAreLeftAlone) {
 }
 
 // The library's own strings are those of the build; the test program has
-// none and its buffer is left alone.
+// none and its buffer is left alone; a module whose version resource has only
+// the English/Windows Latin translation still gives both.
 TEST(Module, VersionStringsOfRealModules) {
     Module m;
     ASSERT_TRUE(m.Loaded());
     const struct { const char* what; HMODULE module; const char *product, *build; } rows[] = {
         {"the library", m.Handle(), OXL_PRODUCT_VERSION, OXL_FILE_VERSION},
         {"the test program", nullptr, "untouched", "untouched"},
+#ifdef _WIN32
+        {"oxl_latin_only", LoadLibraryA("oxl_latin_only.dll"), "4.3.2-latin", "4.3.2.1-latin"},
+#endif
     };
     for (const auto& r : rows) {
         char product[64] = "untouched", build[64] = "untouched";
@@ -153,5 +157,38 @@ TEST(Module, VersionStringsOfRealModules) {
         EXPECT_STREQ(build, r.build) << "VERGetBuildString(" << r.what << ")";
     }
 }
+
+#ifdef _WIN32
+// A real box: found by its caption, read, and closed as a user would.
+TEST(Module, AssertBoxShowsASystemModalBoxUntilItIsClosed) {
+    auto* m = new Module;
+    ASSERT_TRUE(m->Loaded());
+    auto assertBox = FN(*m, AssertBox);
+    std::atomic<bool> returned{false};
+    std::thread caller([&] {
+        assertBox(const_cast<char*>("format.xx"), 120);
+        returned = true;
+    });
+    HWND box = nullptr;
+    for (int i = 0; i < 500 && !box; ++i) {
+        box = FindWindowA("#32770", "Oxlee");
+        if (!box) Sleep(10);
+    }
+    if (!box) {
+        caller.detach(); // blocked in the library: keep it loaded
+        FAIL() << "no box captioned Oxlee within 5 s of AssertBox(\"format.xx\", 120)";
+    }
+    char text[256] = "";
+    GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
+    LONG exStyle = GetWindowLongA(box, GWL_EXSTYLE);
+    Sleep(50);
+    EXPECT_FALSE(returned) << "AssertBox returned before its box was closed";
+    PostMessageA(box, WM_COMMAND, IDOK, 0);
+    caller.join();
+    EXPECT_STREQ(text, "Internal Error: format.120") << "text of AssertBox(\"format.xx\", 120)";
+    EXPECT_NE(exStyle & WS_EX_TOPMOST, 0) << "a system-modal box stands above other windows";
+    delete m;
+}
+#endif
 
 } // namespace
