@@ -29,7 +29,7 @@ void OXLAPI MemFree(void* block) {
 DWORD OXLAPI MemSize(const void* block) {
     if (!block) return 0;
     CRSectGuard hold(gpCRSECTMain);
-    return DWORD(gOsl.memory->HeapSize(const_cast<void*>(block))); // only read, as Win32's HeapSize takes it
+    return DWORD(gOsl.memory->HeapSize(block));
 }
 
 int OXLAPI MemCheck(const void*) { return 0; }

@@ -39,7 +39,7 @@ struct OslMemoryService {
     LPVOID (*HeapAlloc)(DWORD flags, SIZE_T bytes);
     LPVOID (*HeapReAlloc)(DWORD flags, LPVOID block, SIZE_T bytes);
     BOOL (*HeapFree)(LPVOID block);
-    SIZE_T (*HeapSize)(LPVOID block);
+    SIZE_T (*HeapSize)(const void* block);
     HGLOBAL(WINAPI* GlobalAlloc)(UINT flags, SIZE_T bytes);
     HGLOBAL(WINAPI* GlobalReAlloc)(HGLOBAL mem, SIZE_T bytes, UINT flags);
     LPVOID(WINAPI* GlobalLock)(HGLOBAL mem);

@@ -150,7 +150,7 @@ BOOL heapFree(LPVOID block) {
     if (block) std::free(static_cast<char*>(block) - kHead);
     return 1;
 }
-SIZE_T heapSize(LPVOID block) { return block ? *reinterpret_cast<SIZE_T*>(static_cast<char*>(block) - kHead) : SIZE_T(-1); }
+SIZE_T heapSize(const void* block) { return block ? *reinterpret_cast<const SIZE_T*>(static_cast<const char*>(block) - kHead) : SIZE_T(-1); }
 
 // ---- movable memory ----------------------------------------------------
 // A handle is an opaque number, never an address: the index of its entry in

@@ -11,7 +11,7 @@ namespace {
 LPVOID heapAlloc(DWORD flags, SIZE_T bytes) { return HeapAlloc(GetProcessHeap(), flags, bytes); }
 LPVOID heapReAlloc(DWORD flags, LPVOID block, SIZE_T bytes) { return HeapReAlloc(GetProcessHeap(), flags, block, bytes); }
 BOOL heapFree(LPVOID block) { return HeapFree(GetProcessHeap(), 0, block); }
-SIZE_T heapSize(LPVOID block) { return HeapSize(GetProcessHeap(), 0, block); }
+SIZE_T heapSize(const void* block) { return HeapSize(GetProcessHeap(), 0, block); }
 
 BOOL openToAll(PSECURITY_DESCRIPTOR sd) {
     return InitializeSecurityDescriptor(sd, SECURITY_DESCRIPTOR_REVISION) && SetSecurityDescriptorDacl(sd, TRUE, nullptr, FALSE);

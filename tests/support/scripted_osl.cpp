@@ -34,7 +34,7 @@ T counted(T p) {
 
 LPVOID heapAlloc(DWORD flags, SIZE_T n) { return noteDepth(), allowed() ? counted(sHeap.real->HeapAlloc(flags, n)) : nullptr; }
 LPVOID heapReAlloc(DWORD flags, LPVOID b, SIZE_T n) { return noteDepth(), allowed() ? sHeap.real->HeapReAlloc(flags, b, n) : nullptr; }
-SIZE_T heapSize(LPVOID b) { return noteDepth(), sHeap.real->HeapSize(b); }
+SIZE_T heapSize(const void* b) { return noteDepth(), sHeap.real->HeapSize(b); }
 BOOL heapFree(LPVOID b) {
     noteDepth();
     if (b) ++sHeap.frees;
