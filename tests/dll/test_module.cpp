@@ -11,8 +11,6 @@
 
 #include <atomic>
 #include <condition_variable>
-#include <fstream>
-#include <sstream>
 #include <mutex>
 #include <string>
 #include <memory>
@@ -69,23 +67,6 @@ void IgnoreLeaksOnThisThread() {}
 
 std::atomic<int> gDestroyed{0};
 void OXLCALLBACK countDestroy(void*) { ++gDestroyed; }
-
-// Every name of the module definition, as a host asks for it.
-TEST(Module, ExportsEveryNameUndecorated) {
-    Module m;
-    ASSERT_TRUE(m.Loaded()) << "loading " OXL_MODULE_PATH;
-    std::ifstream def("oxlrt31.def"); // copied beside the module by the build
-    ASSERT_TRUE(def) << "reading oxlrt31.def";
-    int names = 0;
-    for (std::string name, rest; def >> name && name != "EXPORTS";) std::getline(def, rest);
-    for (std::string line; std::getline(def, line);) {
-        std::string name;
-        if (!(std::istringstream(line) >> name) || name[0] == ';') continue;
-        ++names;
-        EXPECT_NE(m.Find(name.c_str()), nullptr) << "GetProcAddress/dlsym of export " << name;
-    }
-    EXPECT_GT(names, 100) << "names read from oxlrt31.def";
-}
 
 // Each load starts the slots afresh; a thread that ends while the library is
 // loaded has its items destroyed by the thread-exit notification.

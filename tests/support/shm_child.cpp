@@ -1,11 +1,8 @@
 // A second process for the shared-heap tests. It opens the test's shared
 // block (its names carry the suffix it is given), formatted by the test, and
 // does one thing:
-//   oxl_shm_child SUFFIX SIZE fill COUNT TAG       COUNT blocks of 4 bytes holding TAG, left in use
 //   oxl_shm_child SUFFIX SIZE hold                 takes the mutex, says so in the mailbox, waits to be killed
 //   oxl_shm_child SUFFIX SIZE stress ROUNDS SEED   random allocations and frees, every block checked
-//   oxl_shm_child SUFFIX SIZE blocked              finds the block's address taken: MemSharedInit must
-//                                                  give 0 and leave *created alone
 // The mailbox is the test's first block, at the heap's base + 52: word 0 says
 // the mutex is held, word 1 counts the stress children ready, word 2 says go.
 // Exit codes: 0 done, 2 bad arguments, 3 the block or its heap couldn't be
@@ -24,15 +21,6 @@
 #include <vector>
 
 namespace {
-
-int Fill(unsigned count, uint32_t tag) {
-    for (unsigned i = 0; i < count; ++i) {
-        void* p = MemSharedAlloc(4);
-        if (!p) return 4;
-        std::memcpy(p, &tag, 4);
-    }
-    return 0;
-}
 
 struct Live { unsigned char* p; unsigned size; unsigned char fill; };
 
@@ -85,16 +73,11 @@ int main(int argc, char** argv) {
     auto size = DWORD(std::strtoul(argv[2], nullptr, 0));
     std::string action = argv[3];
     LONG created = -7;
-    if (action == "blocked") {
-        if (!ReserveAddress(reinterpret_cast<void*>(uintptr_t(0x40000000)), size)) return 3;
-        return MemSharedInit(&created, size) == nullptr && created == -7 ? 0 : 4;
-    }
     auto* view = static_cast<char*>(MemSharedInit(&created, size));
     if (!view || created != 0 || !MemSharedInitHeap(view, size, 0)) return 3;
     auto* mailbox = reinterpret_cast<uint32_t*>(view + 52);
     int code = 2;
-    if (action == "fill" && argc == 6) code = Fill(unsigned(std::atoi(argv[4])), uint32_t(std::strtoul(argv[5], nullptr, 0)));
-    else if (action == "stress" && argc == 6) code = Stress(mailbox, unsigned(std::atoi(argv[4])), unsigned(std::atoi(argv[5])));
+    if (action == "stress" && argc == 6) code = Stress(mailbox, unsigned(std::atoi(argv[4])), unsigned(std::atoi(argv[5])));
     else if (action == "hold" && MemAcquireMutex()) {
         __atomic_store_n(&mailbox[0], 1, __ATOMIC_SEQ_CST);
         std::this_thread::sleep_for(std::chrono::seconds(60));

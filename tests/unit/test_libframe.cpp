@@ -28,20 +28,6 @@ TEST(LibFrame, LoadHasRunAndASecondAttachLeavesItAlone) {
     EXPECT_EQ(gpLibState->wSystemLangId, before.wSystemLangId);
 }
 
-// The text fields of the process record have fixed widths: the string
-// resources and the calendar names are copied into them at these sizes.
-TEST(LibFrame, TextFieldWidths) {
-    const LIBSTATE& s = *gpLibState;
-    const struct { const char* field; size_t size, want; } rows[] = {
-        {"szDateTypeKey", sizeof s.szDateTypeKey, 20}, {"szShortGregorian", sizeof s.szShortGregorian, 25},
-        {"szLongGregorian", sizeof s.szLongGregorian, 24}, {"szJapanGregorian", sizeof s.szJapanGregorian, 25},
-        {"szJapanEmperor", sizeof s.szJapanEmperor, 23}, {"szEmpBoundryCheck", sizeof s.szEmpBoundryCheck, 31},
-        {"aShortDays", sizeof s.aShortDays, 7 * 16}, {"aLongDays", sizeof s.aLongDays, 7 * 16},
-        {"aShortMonths", sizeof s.aShortMonths, 12 * 16}, {"aLongMonths", sizeof s.aLongMonths, 12 * 16},
-    };
-    for (const auto& r : rows) EXPECT_EQ(r.size, r.want) << "bytes of LIBSTATE::" << r.field;
-}
-
 TEST(IntlInit, EnvironmentFollowsTheLanguages) {
     const struct { LANGID system; LCID user; int dbcs, language, bidi; WORD primary; } cases[] = {
         {0x0409, 0x0409, 0, 0, 0, 0x09},  // English
