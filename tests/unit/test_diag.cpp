@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -114,6 +115,10 @@ TEST(PosixBackend, SystemTimeAndProfileDefaults) {
     char out[4] = "xxx";
     EXPECT_EQ(gOsl.profile->GetProfileStringA("intl", "sDate", "abcdef", out, sizeof out), 3u) << "GetProfileStringA with \"abcdef\" into 4 bytes";
     EXPECT_STREQ(out, "abc");
+    DWORD slot = gOsl.sync->TlsAlloc(); // a slot given back can't be given back twice, and is handed out again
+    BOOL first = gOsl.sync->TlsFree(slot), second = gOsl.sync->TlsFree(slot);
+    EXPECT_EQ(std::make_tuple(first, second, gOsl.sync->TlsAlloc()), std::make_tuple(1, 0, slot)) << "TlsFree twice";
+    gOsl.sync->TlsFree(slot);
 }
 #endif
 

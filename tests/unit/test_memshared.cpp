@@ -292,6 +292,7 @@ TEST(SharedMutex, FailuresUnderneath) {
         EXPECT_EQ(shared.Created(), c.objects) << "objects made with " << c.what;
         EXPECT_EQ(shared.OpenSecurity(), c.openObjects) << "objects open to all with " << c.what;
         EXPECT_EQ(shared.Levels(), 0) << "levels held with " << c.what;
+        EXPECT_EQ(shared.WaitLimits().size(), c.acquire ? 2u : 0u) << "waits (MemAcquireMutex, MemSharedInit) with " << c.what;
         EXPECT_EQ(MemReleaseMutex(), 0) << "nothing left to release with " << c.what;
         MemSharedTerminate();
         EXPECT_EQ(gMemState.hMapping, nullptr) << c.what;
