@@ -5,6 +5,7 @@
 #include <oxlrt31/diag.h>
 #include <oxlrt31/tls.h>
 #include <oxlrt31/intl.h>
+#include <oxlrt31/memshared.h>
 #include <oxlrt31/number.h>
 
 #include <gtest/gtest.h>
@@ -20,6 +21,7 @@
 #include <windows.h>
 #else
 #include <dlfcn.h>
+#include <unistd.h>
 #endif
 
 namespace {
@@ -66,7 +68,7 @@ void IgnoreLeaksOnThisThread() {}
 #define FN(module, name) (module).Fn<decltype(name)>(#name)
 
 std::atomic<int> gDestroyed{0};
-void OXLCALLBACK countDestroy(void*) { ++gDestroyed; }
+void OXLCALLBACK countDestroy(void* counter) { ++*static_cast<std::atomic<int>*>(counter); }
 
 // Each load starts the slots afresh; a thread that ends while the library is
 // loaded has its items destroyed by the thread-exit notification.
@@ -107,14 +109,32 @@ TEST(Module, ItemsOfAThreadStillRunningAtUnloadAreLeftAlone) {
         say(stored), await(unloaded);
     });
     await(stored);
+    std::atomic<int> mine{0};
+    setItem(index, &mine, countDestroy);
     m->Unload();
     EXPECT_EQ(gDestroyed, 0) << "unload destroyed another thread's item";
+    EXPECT_EQ(mine, 1) << "the unloading thread's own item, at unload";
     say(unloaded);
     t.join();
     EXPECT_EQ(gDestroyed, 0) << "the ended thread reached an unloaded library";
     Module again;
     EXPECT_EQ(FN(again, TLS_AllocIndex)(), 103);
 }
+
+#ifndef _WIN32
+// Windows forgets a named object when its last handle goes, at the latest when
+// the process ends; the POSIX backend removes the name at unload when no other
+// process has the object open, so nothing is left behind in /dev/shm.
+TEST(Module, SharedMutexLeavesNoNameAtUnload) {
+    const char* path = "/dev/shm/MORVEL_SHARED_MEM_MUTEX";
+    auto m = std::make_unique<Module>();
+    ASSERT_EQ(FN(*m, MemAcquireMutex)(), 1);
+    FN(*m, MemReleaseMutex)();
+    EXPECT_EQ(access(path, F_OK), 0) << path << " while the library holds the mutex";
+    m->Unload();
+    EXPECT_NE(access(path, F_OK), 0) << path << " after unload";
+}
+#endif
 
 // The library's own strings are those of the build; the test program has
 // none and its buffer is left alone; a module whose version resource has only
