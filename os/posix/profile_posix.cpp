@@ -190,7 +190,7 @@ struct StringRow {
 };
 constexpr StringRow kStrings[] = {
 #define OXL_STRING(id, text) {id, text},
-#include "../../resources/strings.h"
+#include "../../resources/strings.inc"
 #undef OXL_STRING
 };
 
