@@ -33,18 +33,18 @@ TEST(FmtCalendar, EveryDayOfTenThousandYears) {
 }
 
 TEST(FmtCalendar, CalendarTest) {
-    struct Row { Day date; const char* dayName; int valid; } rows[] = {
-        {{2, 29, 2000}, nullptr, 1}, {{2, 29, 1900}, nullptr, 0}, {{2, 29, 2004}, nullptr, 1}, {{2, 29, 2001}, nullptr, 0},
-        {{2, 28, 2001}, nullptr, 1}, {{2, 29, 1600}, nullptr, 1}, {{2, 30, 2000}, nullptr, 0}, {{4, 30, 2000}, nullptr, 1},
-        {{4, 31, 2000}, nullptr, 0}, {{6, 31, 2000}, nullptr, 0}, {{9, 31, 2000}, nullptr, 0}, {{11, 31, 2000}, nullptr, 0},
-        {{1, 31, 2000}, nullptr, 1}, {{3, 31, 2000}, nullptr, 1}, {{12, 31, 2000}, nullptr, 1}, {{1, 32, 2000}, nullptr, 0},
-        {{13, 1, 2000}, nullptr, 0}, {{0, 1, 2000}, nullptr, 0}, {{1, 0, 2000}, nullptr, 0}, {{12, 1, 2000}, nullptr, 1},
-        {{10, 10, 1582}, nullptr, 1}, {{1, 1, 2000}, "sat", 1}, {{1, 1, 2000}, "SATURDAY", 1}, {{1, 1, 2000}, "Sunday", 0},
-        {{1, 1, 2000}, "", 1}, {{1, 2, 2000}, "Sun", 1}, {{1, 7, 2000}, "friday", 1}, {{1, 7, 2000}, "Fri", 1},
-        {{1, 7, 2000}, "Thu", 0}, {{13, 1, 2000}, "sat", 0}, {{1, 32, 2000}, "sat", 0}, {{3, 15, 2024}, "Friday", 1}};
+    struct Row { LONG month, day, year; const char* dayName; int valid; } rows[] = {
+        {2, 29, 2000, nullptr, 1}, {2, 29, 1900, nullptr, 0}, {2, 29, 2004, nullptr, 1}, {2, 29, 2001, nullptr, 0},
+        {2, 28, 2001, nullptr, 1}, {2, 29, 1600, nullptr, 1}, {2, 30, 2000, nullptr, 0}, {4, 30, 2000, nullptr, 1},
+        {4, 31, 2000, nullptr, 0}, {6, 31, 2000, nullptr, 0}, {9, 31, 2000, nullptr, 0}, {11, 31, 2000, nullptr, 0},
+        {1, 31, 2000, nullptr, 1}, {3, 31, 2000, nullptr, 1}, {12, 31, 2000, nullptr, 1}, {1, 32, 2000, nullptr, 0},
+        {13, 1, 2000, nullptr, 0}, {0, 1, 2000, nullptr, 0}, {1, 0, 2000, nullptr, 0}, {12, 1, 2000, nullptr, 1},
+        {10, 10, 1582, nullptr, 1}, {1, 1, 2000, "sat", 1}, {1, 1, 2000, "SATURDAY", 1}, {1, 1, 2000, "Sunday", 0},
+        {1, 1, 2000, "", 1}, {1, 2, 2000, "Sun", 1}, {1, 7, 2000, "friday", 1}, {1, 7, 2000, "Fri", 1}, {1, 7, 2000, "Thu", 0},
+        {13, 1, 2000, "sat", 0}, {1, 32, 2000, "sat", 0}, {3, 15, 2024, "Friday", 1}};
     for (const Row& r : rows)
-        EXPECT_EQ(FMTIsDateValid(r.date.month, r.date.day, r.date.year, r.dayName), r.valid)
-            << "FMTIsDateValid(" << Show(r.date) << ", " << (r.dayName ? r.dayName : "null") << ")";
+        EXPECT_EQ(FMTIsDateValid(r.month, r.day, r.year, r.dayName), r.valid)
+            << "FMTIsDateValid(" << Show(r.month, r.day, r.year) << ", " << (r.dayName ? r.dayName : "null") << ")";
 }
 
 TEST(FmtCalendar, NamesInNumberOrder) {
@@ -120,24 +120,21 @@ TEST(FmtCalendar, EraOfADate) {
                   gFMTEras[2].chInitial + gFMTEras[3].chInitial + std::to_string(gFMTEras[4].dwFirstDay), "94 4E 8C 8E 93 FAMTSH0");
 }
 
+// Rows: the text, and the fields as "month/day/year hour/minute/second.microsecond".
 TEST(FmtCalendar, IsoText) {
-    struct Row { const char* text; DATDEF expected; } rows[] = {
-        {"1999-12-31-23.59.59.000123", {12, 31, 1999, 23, 59, 59, 123}}, {"1999", {0, 0, 1999, 0, 0, 0, 0}},
-        {"199", {0, 0, 0, 0, 0, 0, 0}}, {"1999-1", {0, 0, 1999, 0, 0, 0, 0}}, {"1999-12", {12, 0, 1999, 0, 0, 0, 0}},
-        {"1999-12-3", {12, 0, 1999, 0, 0, 0, 0}}, {"1999-12-31", {12, 31, 1999, 0, 0, 0, 0}},
-        {"1999-12-31-2", {12, 31, 1999, 0, 0, 0, 0}}, {"1999-12-31-23", {12, 31, 1999, 23, 0, 0, 0}},
-        {"1999-12-31-23.5", {12, 31, 1999, 23, 0, 0, 0}}, {"1999-12-31-23.59", {12, 31, 1999, 23, 59, 0, 0}},
-        {"2024-03-15 08:30:07", {3, 15, 2024, 8, 30, 7, 0}}, {"1999-12-31-23.59.59.00012", {12, 31, 1999, 23, 59, 59, 0}},
-        {"1999-12-31-23.59.59.999999x", {12, 31, 1999, 23, 59, 59, 999999}}, {"abcd-xy-3z", {0, 3, 0, 0, 0, 0, 0}},
-        {"", {0, 0, 0, 0, 0, 0, 0}}};
-    auto show = [](const DATDEF& d) {
-        return Show(d.nMonth, d.nDay, d.nYear) + " " + Show(d.nHour, d.nMinute, d.nSecond) + "." + std::to_string(d.nMicrosecond);
-    };
-    for (const Row& r : rows) {
-        DATDEF got;
-        std::memset(&got, 0x5A, sizeof got);
-        EXPECT_EQ(FMTIsoToDatDef(r.text, &got), 1) << "FMTIsoToDatDef(\"" << r.text << "\")";
-        EXPECT_EQ(show(got), show(r.expected)) << "FMTIsoToDatDef(\"" << r.text << "\")";
+    const char* rows[][2] = {
+        {"1999-12-31-23.59.59.000123", "12/31/1999 23/59/59.123"}, {"1999", "0/0/1999 0/0/0.0"}, {"199", "0/0/0 0/0/0.0"},
+        {"1999-1", "0/0/1999 0/0/0.0"}, {"1999-12", "12/0/1999 0/0/0.0"}, {"1999-12-3", "12/0/1999 0/0/0.0"},
+        {"1999-12-31", "12/31/1999 0/0/0.0"}, {"1999-12-31-2", "12/31/1999 0/0/0.0"}, {"1999-12-31-23", "12/31/1999 23/0/0.0"},
+        {"1999-12-31-23.5", "12/31/1999 23/0/0.0"}, {"1999-12-31-23.59", "12/31/1999 23/59/0.0"},
+        {"2024-03-15 08:30:07", "3/15/2024 8/30/7.0"}, {"1999-12-31-23.59.59.00012", "12/31/1999 23/59/59.0"},
+        {"1999-12-31-23.59.59.999999x", "12/31/1999 23/59/59.999999"}, {"abcd-xy-3z", "0/3/0 0/0/0.0"}, {"", "0/0/0 0/0/0.0"}};
+    for (const auto& r : rows) {
+        DATDEF d;
+        std::memset(&d, 0x5A, sizeof d);
+        EXPECT_EQ(FMTIsoToDatDef(r[0], &d), 1) << "FMTIsoToDatDef(\"" << r[0] << "\")";
+        EXPECT_EQ(Show(d.nMonth, d.nDay, d.nYear) + " " + Show(d.nHour, d.nMinute, d.nSecond) + "." + std::to_string(d.nMicrosecond), r[1])
+            << "FMTIsoToDatDef(\"" << r[0] << "\")";
     }
 }
 

@@ -136,30 +136,24 @@ TEST(FmtProfile, ReloadReadsTheStoreOnce) {
     EXPECT_EQ(FMTProfileInt(FMTPI_TIME) + cached.store.Reads(), 2 * once) << "reads after the second change and two questions";
 }
 
-// One separator buffer per thread, overwritten by the thread's next call.
-TEST(FmtProfile, SeparatorsPerThread) {
-    Cached cached("sThousand='|sDecimal=,");
-    const char *first = FMTProfileString(FMTPS_THOUSAND), *second = FMTProfileString(FMTPS_DECIMAL), *other = nullptr;
-    std::string otherText;
-    std::thread([&] { otherText = other = FMTProfileString(FMTPS_THOUSAND); }).join();
-    EXPECT_EQ(second, first);
-    EXPECT_STREQ(first, ",");
-    EXPECT_NE(other, first);
-    EXPECT_EQ(otherText, "'");
-}
-
-// Two threads read while the cached copy is marked stale over and over; every answer is the store's.
+// Two threads read while the cached copy is marked stale over and over: every answer is the store's,
+// and each thread has its own separator buffer, overwritten by its next call.
 TEST(FmtProfile, TwoThreadsReadAtOnce) {
-    Cached cached("sShortDate=dd.MM.yyyy|sDecimal=,|iDigits=4");
+    Cached cached("sShortDate=dd.MM.yyyy|sThousand='|sDecimal=,|iDigits=4");
     std::atomic<int> wrong{0};
-    auto reader = [&] {
-        for (int i = 0; i < 2000; ++i, i % 7 ? void() : FMTWinIniChanged())
-            wrong += (std::strcmp(FMTProfileString(FMTPS_SHORTDATE), "dd.MM.yyyy") | std::strcmp(FMTProfileString(FMTPS_DECIMAL), ",")) ||
-                     FMTProfileInt(FMTPI_DIGITS) != 4;
+    const char* buffers[2] = {};
+    auto reader = [&](int n) {
+        for (int i = 0; i < 2000; ++i, i % 7 ? void() : FMTWinIniChanged()) {
+            const char *thousand = FMTProfileString(FMTPS_THOUSAND), *separator = FMTProfileString(FMTPS_DECIMAL);
+            wrong += thousand != separator || std::strcmp(separator, ",") || std::strcmp(FMTProfileString(FMTPS_SHORTDATE), "dd.MM.yyyy") ||
+                     FMTProfileInt(FMTPI_DIGITS) != 4 || std::strcmp(FMTProfileString(FMTPS_THOUSAND), "'");
+            buffers[n] = separator;
+        }
     };
-    std::thread a(reader), b(reader);
+    std::thread a(reader, 0), b(reader, 1);
     a.join(), b.join();
     EXPECT_EQ(wrong.load(), 0) << "answers that were not the store's";
+    EXPECT_NE(buffers[0], buffers[1]) << "the two threads' separator buffers";
 }
 
 // The block prepared over every byte 0xA5 (and over zeros): each field as the preparation leaves it.
@@ -175,10 +169,10 @@ TEST(FmtProfile, InitCntlBlock) {
         {"lParam", b.lParam, 0}, {"iCurrency", b.iCurrency, kept}, {"iNegCurr", b.iNegCurr, kept},
         {"dwReserved", b.dwReserved, kept}, {"lResult", b.lResult, kept}, {"dwFlags", b.dwFlags, 0xA5A5A000 | 0x25},
         {"nType", DWORD(b.nType), DWORD(FMT_NONE)}, {"chThousand", DWORD(b.chThousand), 0}, {"chDecimal", DWORD(b.chDecimal), 0},
-        {"dblValue", DWORD(b.dblValue != 0.0), 0}, {"lpszCurrency", DWORD(b.lpszCurrency == nullptr), 0}};
+        {"dblValue", DWORD(b.dblValue != 0.0), 0}, {"lpszCurrency", DWORD(b.lpszCurrency == nullptr), 0},
+        {"text pointers", DWORD(b.lpszInput || b.lpszOutput || b.lpszShortPic || b.lpszLongPic || b.lpszTimeSep || b.lpsz1159 ||
+                                b.lpsz2359 || b.lpszPicture), 0}};
     for (const auto& w : words) EXPECT_EQ(w.value, w.expected) << w.name << " after FMTInitCntlBlock";
-    for (char* p : {b.lpszInput, b.lpszOutput, b.lpszShortPic, b.lpszLongPic, b.lpszTimeSep, b.lpsz1159, b.lpsz2359, b.lpszPicture})
-        EXPECT_EQ(p, nullptr) << "a text pointer";
     std::string bytes(reinterpret_cast<const char*>(&b), sizeof b);
     EXPECT_EQ(Hex(bytes.substr(offsetof(FMTCNTLBLOCK, datDef), 28)), Hex(std::string(28, '\0'))) << "datDef";
     EXPECT_EQ(Hex(bytes.substr(offsetof(FMTCNTLBLOCK, numValue), 2)), "01 C0") << "numValue";
