@@ -57,6 +57,18 @@ TEST(FmtCalendar, NamesInNumberOrder) {
     }
 }
 
+// The system's names of the user's locale (English in the suites' environment), by item number.
+TEST(FmtCalendar, LocaleNames) {
+    const struct { DWORD item; const char* name; } rows[] = {{0x2A, "Monday"}, {0x30, "Sunday"}, {0x31, "Mon"}, {0x36, "Sat"},
+        {0x37, "Sun"}, {0x38, "January"}, {0x43, "December"}, {0x44, "Jan"}, {0x4F, "Dec"}, {0x29, ""}, {0x50, ""}};
+    for (const auto& r : rows) {
+        char name[32] = "?";
+        int size = gOsl.system->GetLocaleInfoA(0x400, r.item, nullptr, 0);
+        EXPECT_EQ(gOsl.system->GetLocaleInfoA(0x400, r.item, name, *r.name ? size : 32), size) << "GetLocaleInfoA(0x400, " << r.item << ")";
+        EXPECT_EQ(size ? name : "", std::string(r.name)) << "GetLocaleInfoA(0x400, " << r.item << "), " << size << " bytes";
+    }
+}
+
 // The lookups search the sorted tables: every name and near misses, under a single- and a double-byte page.
 TEST(FmtCalendar, NumberOfAName) {
     struct Row { const char* name; int month, day; } rows[] = {
