@@ -60,7 +60,12 @@ TEST(FmtCalendar, NamesInNumberOrder) {
 // The system's names of the user's locale (English in the suites' environment), by item number.
 TEST(FmtCalendar, LocaleNames) {
     const struct { DWORD item; const char* name; } rows[] = {{0x2A, "Monday"}, {0x30, "Sunday"}, {0x31, "Mon"}, {0x36, "Sat"},
-        {0x37, "Sun"}, {0x38, "January"}, {0x43, "December"}, {0x44, "Jan"}, {0x4F, "Dec"}, {0x29, ""}, {0x50, ""}};
+        {0x37, "Sun"}, {0x38, "January"}, {0x43, "December"}, {0x44, "Jan"}, {0x4F, "Dec"}, {0x50, ""},
+#ifdef _WIN32
+        {0x29, "PM"}}; // the system has every item; the POSIX backend only the names
+#else
+        {0x29, ""}};
+#endif
     for (const auto& r : rows) {
         char name[32] = "?";
         int size = gOsl.system->GetLocaleInfoA(0x400, r.item, nullptr, 0);

@@ -184,25 +184,26 @@ TEST(FmtProfile, InitCntlBlock) {
 // The platform's own store (the private Wine prefix's win.ini, or natively the
 // file OXLRT31_PROFILE names): the test writes its keys, reads them through
 // FMTGetProfileIntl and puts back what was there (a missing key is removed
-// again). Names of another case, a number with letters behind it, and a value
+// again). Names of another case, numbers with a sign or letters behind them, and a value
 // in quotes in the library's own section (the system keeps "intl" elsewhere
 // than in win.ini, and takes its values as they stand).
 TEST(FmtProfile, PlatformStore) {
     std::vector<ProfileEntry> entries = Entries("iCountry=49|sShortDate=dd.MM.yyyy|sLongDate=dddd', 'd'. 'MMMM yyyy|sThousand=."
-        "|iCurrency=3|s1159=|sCurrency=kr|iDigits=3x|X:sDateType=\"JapanEmperor\"|X:iEmpDateBoundryCheck=1");
+        "|iCurrency=3|s1159=|sCurrency=kr|iDigits=3x|iCurrDigits=+4|iNegCurr=-2|X:sDateType=\"JapanEmperor\"|X:iEmpDateBoundryCheck=1");
     entries.push_back({"INTL", "SDECIMAL", ","});
     std::vector<std::string> saved;
     for (const ProfileEntry& e : entries) {
         char old[256];
         gOsl.profile->GetProfileStringA(e.section.c_str(), e.key.c_str(), "\x01", old, sizeof old);
         saved.push_back(old);
-        gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), e.value.c_str());
+        EXPECT_TRUE(gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), e.value.c_str())) << e.key;
     }
     std::string got = Read();
     for (size_t i = entries.size(); i-- > 0;)
         gOsl.profile->WriteProfileStringA(entries[i].section.c_str(), entries[i].key.c_str(), saved[i] == "\x01" ? nullptr : saved[i].c_str());
     ExpectFields(got, "iCountry=49|sShortDate=dd.MM.yyyy|sLongDate=dddd, d. MMMM yyyy|chThousand=.|chDecimal=,|bCurrencySpace=1"
-                      "|bCurrencySuffix=1|iDigits=3|s1159=AM|sCurrency=kr|iDateType=3|iEmpDateBoundryCheck=1", "the platform's store");
+                      "|bCurrencySuffix=1|iDigits=3|iCurrDigits=4|iNegCurr=4294967294|s1159=AM|sCurrency=kr|iDateType=3|iEmpDateBoundryCheck=1",
+                 "the platform's store");
 }
 
 } // namespace
