@@ -9,9 +9,12 @@
 #include <cstdio>
 #include <unistd.h>
 
+static std::string sPath; // the store file of this run, removed at exit
+
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    static std::string path = "/tmp/oxl-fuzz-profile-" + std::to_string(getpid()) + ".ini";
-    return setenv("OXLRT31_PROFILE", path.c_str(), 1);
+    sPath = "/tmp/oxl-fuzz-profile-" + std::to_string(getpid()) + ".ini";
+    std::atexit([] { std::remove(sPath.c_str()); });
+    return setenv("OXLRT31_PROFILE", sPath.c_str(), 1);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
