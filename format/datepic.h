@@ -1,0 +1,77 @@
+// Date pictures and value texts as token lists.
+//
+// A picture ("dddd, MMMM dd, yyyy") and a typed text ("Friday, March 15,
+// 2024") are both turned into a doubly linked list of FMTDATETOKEN elements;
+// formatting walks a picture's list, reading matches a text's list against a
+// picture's. Lists are made per operation and freed by the caller with
+// FMTFreeDateTokens; nothing is cached. The scanner and parser behind them are
+// single static instances held under gCRDatePicSect for the whole of each
+// operation, so any thread may call.
+#ifndef OXL_FORMAT_DATEPIC_H
+#define OXL_FORMAT_DATEPIC_H
+
+#include <cstdint>
+
+// Element types. 4 to 13 are date elements, 14 to 21 time elements.
+enum {
+    FMTDT_NUMBER = 0,     // value text: a run of digits; lValue the number
+    FMTDT_STRING = 1,     // quoted literal or word; pszText owned by the element
+    FMTDT_CHAR = 2,       // separator; lValue the character
+    FMTDT_BLANK = 3,      // run of blanks; lValue its length
+    FMTDT_DAY1 = 4,       // d
+    FMTDT_DAY2 = 5,       // dd
+    FMTDT_DAYSHORT = 6,   // ddd
+    FMTDT_DAYLONG = 7,    // dddd
+    FMTDT_MONTH1 = 8,     // M
+    FMTDT_MONTH2 = 9,     // MM
+    FMTDT_MONTHSHORT = 10, // MMM
+    FMTDT_MONTHLONG = 11, // MMMM
+    FMTDT_YEAR2 = 12,     // yy
+    FMTDT_YEAR4 = 13,     // yyyy
+    FMTDT_HOUR12 = 14,    // hh
+    FMTDT_HOUR24 = 15,    // hhhh
+    FMTDT_MINUTE = 16,    // mm
+    FMTDT_SECOND = 17,    // ss
+    FMTDT_MICRO = 18,     // mmmmmm
+    FMTDT_AMPM = 19,      // AMPM
+    FMTDT_HOUR12N = 20,   // h
+    FMTDT_HOUR24N = 21,   // hhh
+};
+inline bool FMTDTIsDate(int32_t type) { return type >= FMTDT_DAY1 && type <= FMTDT_YEAR4; }
+inline bool FMTDTIsTime(int32_t type) { return type >= FMTDT_HOUR12 && type <= FMTDT_HOUR24N; }
+
+// A NUMBER written as four digits beginning with "00" carries this mark in its
+// top byte: the year was written in full ("0099" is the year 99, not 1999).
+constexpr uint32_t kFMTFullYearMark = 0xFF000000u;
+
+// One element, from MemAlloc, zero-filled.
+struct FMTDATETOKEN {
+    int32_t nType;
+    union {
+        int32_t lValue;  // number, count or character
+        char* pszText;   // FMTDT_STRING: NUL-terminated, from MemAlloc
+    };
+    FMTDATETOKEN* pNext;
+    FMTDATETOKEN* pPrev;
+};
+
+// Parse modes of FMTParseDateText: 1 to 3 read a value text (of a date, a
+// time or a date-time, alike), 4 reads a picture.
+enum { FMTDATE_PARSE_PICTURE = 4 };
+
+// The head of the list of `text`, or null for a text that doesn't parse or a
+// mode outside 1 to 4. An 8-byte value text of one element is read once more
+// cut after its fourth and sixth byte ("19991231" as 1999 12 31).
+FMTDATETOKEN* FMTParseDateText(const char* text, int32_t mode);
+
+// Looks for a known form of a value text of nType 1 (date), 2 (time) or 3
+// (date-time). When found, `picture` (35 bytes) gets the form's picture and
+// the result is that picture's list; otherwise `picture` is empty and the
+// result null. With bMonthFirst 0 the numeric form "M/d/yyyy" is not known.
+FMTDATETOKEN* FMTMatchDateForm(const char* text, int32_t nType, char* picture, int32_t bMonthFirst);
+constexpr int kFMTDateFormPicSize = 35;
+
+// Frees every element and every element's text. Null is allowed.
+void FMTFreeDateTokens(FMTDATETOKEN* head);
+
+#endif
