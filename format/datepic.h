@@ -10,33 +10,12 @@
 #ifndef OXL_FORMAT_DATEPIC_H
 #define OXL_FORMAT_DATEPIC_H
 
+#include <oxlrt31/fmt.h>
+
 #include <cstdint>
 
-// Element types. 4 to 13 are date elements, 14 to 21 time elements.
-enum {
-    FMTDT_NUMBER = 0,     // value text: a run of digits; lValue the number
-    FMTDT_STRING = 1,     // quoted literal or word; pszText owned by the element
-    FMTDT_CHAR = 2,       // separator; lValue the character
-    FMTDT_BLANK = 3,      // run of blanks; lValue its length
-    FMTDT_DAY1 = 4,       // d
-    FMTDT_DAY2 = 5,       // dd
-    FMTDT_DAYSHORT = 6,   // ddd
-    FMTDT_DAYLONG = 7,    // dddd
-    FMTDT_MONTH1 = 8,     // M
-    FMTDT_MONTH2 = 9,     // MM
-    FMTDT_MONTHSHORT = 10, // MMM
-    FMTDT_MONTHLONG = 11, // MMMM
-    FMTDT_YEAR2 = 12,     // yy
-    FMTDT_YEAR4 = 13,     // yyyy
-    FMTDT_HOUR12 = 14,    // hh
-    FMTDT_HOUR24 = 15,    // hhhh
-    FMTDT_MINUTE = 16,    // mm
-    FMTDT_SECOND = 17,    // ss
-    FMTDT_MICRO = 18,     // mmmmmm
-    FMTDT_AMPM = 19,      // AMPM
-    FMTDT_HOUR12N = 20,   // h
-    FMTDT_HOUR24N = 21,   // hhh
-};
+// Element types: FMTDT_NUMBER ... FMTDT_HOUR24N of <oxlrt31/fmt.h>. 4 to 13
+// are date elements, 14 to 21 time elements.
 inline bool FMTDTIsDate(int32_t type) { return type >= FMTDT_DAY1 && type <= FMTDT_YEAR4; }
 inline bool FMTDTIsTime(int32_t type) { return type >= FMTDT_HOUR12 && type <= FMTDT_HOUR24N; }
 
