@@ -50,6 +50,9 @@ FMTDATETOKEN* FMTParseDateText(const char* text, int32_t mode);
 FMTDATETOKEN* FMTMatchDateForm(const char* text, int32_t nType, char* picture, int32_t bMonthFirst);
 constexpr int kFMTDateFormPicSize = 35;
 
+// The text of a word or a literal of a list has fewer bytes than this.
+constexpr int kFMTDateWordMax = 100;
+
 // Frees every element and every element's text. Null is allowed.
 void FMTFreeDateTokens(FMTDATETOKEN* head);
 
