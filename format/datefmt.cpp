@@ -53,6 +53,7 @@ DWORD DayItem(int day, bool full) {
 }
 
 char* AppendDayName(char* end, const Walk& w, bool full) {
+    if (!FMTDateInReach(*w.d)) return end;
     int day = FMTWeekday(w.d->nMonth, w.d->nDay, w.d->nYear);
     if (w.localeNames) return AppendLocaleName(end, DayItem(day, full));
     return Append(end, full ? FMTDayLongName(day) : FMTDayShortName(day));
@@ -120,7 +121,8 @@ char* AppendElement(char* start, char* end, const FMTDATETOKEN* e, const Walk& w
     case FMTDT_MINUTE: return Pad2(end, d->nMinute);
     case FMTDT_SECOND: return Pad2(end, d->nSecond);
     case FMTDT_MICRO: return AppendMicro(start, end, w);
-    default: return Append(end, d->nHour >= 12 ? w.pm : w.am); // FMTDT_AMPM
+    case FMTDT_AMPM: return Append(end, d->nHour >= 12 ? w.pm : w.am);
+    default: return end; // a number, which only a value text has
     }
 }
 

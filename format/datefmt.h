@@ -26,6 +26,14 @@ int FMTFormatJapanDate(FMTCNTLBLOCK* block);
 // first era.
 int FMTFormatEmperorDate(FMTCNTLBLOCK* block);
 
+// The day number formula is 32-bit: a date whose month, day and year lie
+// within a million of 0 has a day number (and so a weekday and an era); one
+// beyond has neither.
+inline bool FMTDateInReach(const DATDEF& d) {
+    auto near = [](LONG v) { return v >= -1000000 && v <= 1000000; };
+    return near(d.nMonth) && near(d.nDay) && near(d.nYear);
+}
+
 // Decimal text of v with zeros in front up to `width` digits.
 char* FMTAppendNumber(char* end, long v, int width);
 

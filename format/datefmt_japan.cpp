@@ -38,6 +38,7 @@ int FMTFormatEmperorDate(FMTCNTLBLOCK* b) {
     CRSectGuard guard(gCRProfileSect);
     const DATDEF& d = b->datDef;
     LONG eraYear = 0;
+    if (!FMTDateInReach(d)) return 0;
     int era = FMTEraOf(FMTDateToJulian(d.nMonth, d.nDay, d.nYear), &eraYear);
     if (era < 0) return 0;
     char* end = b->lpszOutput;

@@ -62,7 +62,8 @@ void WriteWithoutNames(char* dst, const FMTDATETOKEN* e) {
             while (e && (IsLiteral(e) || IsDayName(e))) e = e->pNext;
             continue;
         }
-        if (!IsLiteral(e)) {
+        if (e->nType == FMTDT_NUMBER) { // only a value text has numbers
+        } else if (!IsLiteral(e)) {
             end = Put(end, kLetters[e->nType - FMTDT_DAY1]);
         } else if (OnlyNamesFollow(e)) {
             return;

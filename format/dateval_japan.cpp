@@ -49,7 +49,8 @@ int FMTReadJapanDate(FMTCNTLBLOCK* b, int bEraOnly) {
         p += 4;
         LONG first[3];
         FMTJulianToDate(LONG(gFMTEras[era].dwFirstDay), first);
-        if (!NumberAndSign(p, &year, gFMTYearSign) || year < 1) return -1;
+        // An era year beyond a million has no day number to test.
+        if (!NumberAndSign(p, &year, gFMTYearSign) || year < 1 || year > 1000000) return -1;
         year += first[2] - 1;
     } else {
         // An era's Latin initial is never accepted.

@@ -55,11 +55,11 @@ bool IsString(const FMTDATETOKEN* v) { return v && v->nType == FMTDT_STRING; }
 enum Step { kFail, kTake, kStay };
 
 // A number field of the time, which may be missing.
-Step TimeField(const FMTDATETOKEN* v, Match& m, LONG* field, uint32_t limit) {
+Step TimeField(const FMTDATETOKEN* v, Match& m, LONG DATDEF::*field, uint32_t limit) {
     if (!v) return kStay;
     if (!IsNumber(v)) return m.h24 ? kFail : kStay;
     if (uint32_t(v->lValue) > limit) return kFail;
-    *field = v->lValue, m.time = true;
+    m.d.*field = v->lValue, m.time = true;
     return kTake;
 }
 
@@ -139,15 +139,15 @@ Step Element(const FMTDATETOKEN* v, const FMTDATETOKEN*& p, Match& m, const FMTC
     case FMTDT_HOUR12N: return Hour(v, m, 12, true);
     case FMTDT_HOUR24: return Hour(v, m, 24, false);
     case FMTDT_HOUR24N: return Hour(v, m, 24, true);
-    case FMTDT_MINUTE: return TimeField(v, m, &m.d.nMinute, 59);
-    case FMTDT_SECOND: return TimeField(v, m, &m.d.nSecond, 59);
-    case FMTDT_MICRO: return TimeField(v, m, &m.d.nMicrosecond, 999999);
+    case FMTDT_MINUTE: return TimeField(v, m, &DATDEF::nMinute, 59);
+    case FMTDT_SECOND: return TimeField(v, m, &DATDEF::nSecond, 59);
+    case FMTDT_MICRO: return TimeField(v, m, &DATDEF::nMicrosecond, 999999);
     case FMTDT_AMPM: return AmPm(v, m, b);
     default: return kFail;
     }
 }
 
-void SetFlag(DWORD& flags, DWORD flag, bool on) { flags = on ? flags | flag : flags & ~flag; }
+DWORD WithFlag(DWORD flags, DWORD flag, bool on) { return on ? flags | flag : flags & ~flag; }
 
 } // namespace
 
@@ -167,9 +167,9 @@ int FMTMatchDateTokens(const FMTDATETOKEN* v, const FMTDATETOKEN* p, FMTCNTLBLOC
     }
     if (b->nType != FMT_TIME && !FMTIsDateValid(m.d.nMonth, m.d.nDay, m.d.nYear, m.dayName)) return 0;
     b->datDef = m.d;
-    SetFlag(b->dwFlags, FMTF_HASDATE, m.date);
-    SetFlag(b->dwFlags, FMTF_HASTIME, m.time);
-    SetFlag(b->dwFlags, FMTF_NOHOURZERO, m.noZero);
+    DWORD flags = WithFlag(b->dwFlags, FMTF_HASDATE, m.date);
+    flags = WithFlag(flags, FMTF_HASTIME, m.time);
+    b->dwFlags = WithFlag(flags, FMTF_NOHOURZERO, m.noZero);
     return 1;
 }
 
