@@ -30,8 +30,8 @@ int FMTFormatEmperorDate(FMTCNTLBLOCK* block);
 // within a million of 0 has a day number (and so a weekday and an era); one
 // beyond has neither.
 inline bool FMTDateInReach(const DATDEF& d) {
-    auto near = [](LONG v) { return v >= -1000000 && v <= 1000000; };
-    return near(d.nMonth) && near(d.nDay) && near(d.nYear);
+    auto within = [](LONG v) { return v >= -1000000 && v <= 1000000; };
+    return within(d.nMonth) && within(d.nDay) && within(d.nYear);
 }
 
 // Decimal text of v with zeros in front up to `width` digits.

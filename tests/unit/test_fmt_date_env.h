@@ -24,13 +24,9 @@ public:
         sTable = *m_saved;
         sTable.GetLocaleInfoA = [](LCID locale, DWORD item, LPSTR data, int size) -> int {
             char text[16];
-            std::snprintf(text, sizeof text, "L%lX", static_cast<unsigned long>(item));
-            if (locale != 0x400 || item == sUnknown) return 0;
-            int n = int(std::strlen(text)) + 1;
-            if (size == 0) return n;
-            if (size < n) return 0;
-            std::memcpy(data, text, size_t(n));
-            return n;
+            int n = std::snprintf(text, sizeof text, "L%lX", static_cast<unsigned long>(item)) + 1;
+            if (locale != 0x400 || item == sUnknown || (size && size < n)) return 0;
+            return size ? (std::memcpy(data, text, size_t(n)), n) : n;
         };
         gOsl.system = &sTable;
     }
