@@ -192,8 +192,7 @@ int OXLAPI FMTFormatDateTime(FMTCNTLBLOCK* b, int bLocaleNames) {
             if (type == FMT_DATE || !done || !picture) return done;
             type = FMT_TIME;
         } else {
-            picture = FMTDatePicOfStyle(b, style);
-            if (!picture) return 0; // no picture for a style above 3
+            picture = FMTDatePicOfStyle(b, style); // none for a style above 3
         }
     }
     if (blockType != FMT_TIME) { // the keywords

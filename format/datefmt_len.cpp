@@ -83,11 +83,10 @@ int OXLAPI FMTGetMaxFormattedDTLen(FMTCNTLBLOCK* b, int nMinimum) {
         long style = FMTDateStyleOf(b);
         if (style == FMT_DATETYPE_JAPAN || style == FMT_DATETYPE_EMPEROR) {
             // The Japanese date itself is not measured: only a time behind it.
-            if (type == FMT_DATE || !picture) return nMinimum;
+            if (type == FMT_DATE) return nMinimum;
             type = FMT_TIME;
         } else {
             picture = FMTDatePicOfStyle(b, style);
-            if (!picture) return nMinimum;
         }
     }
     if (!b->bUseProfile) { // the keywords

@@ -236,7 +236,7 @@ constexpr Automaton Build() {
     Automaton a{};
     a.New(); // state 0: no way on
     int quote = 0;
-    a.start[0] = uint8_t(a.New()); // the initial mode accepts nothing
+    a.start[0] = 0; // the initial mode accepts nothing
     a.start[FMTDATESCAN_VALUE] = uint8_t(a.New());
     ValueRules(a, a.start[FMTDATESCAN_VALUE], quote);
     a.start[FMTDATESCAN_PICTURE] = uint8_t(a.New());
@@ -395,8 +395,7 @@ FMTDateTok FMTDateScanNext() {
             }
             if (kAuto.rule[state]) rule = Rule(kAuto.rule[state]), accepted = n;
         }
-        if (!rule) { // no rule starts with this byte
-            sScan.text[0] = char(*p), sScan.text[1] = 0;
+        if (!rule) { // no rule starts with this byte: an error token of one byte
             ++sScan.pos;
             return TK_ERROR;
         }

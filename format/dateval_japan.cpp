@@ -25,9 +25,8 @@ bool NumberAndSign(const char*& p, LONG* value, const char* sign) {
 
 // The era whose four-byte name stands at p, or -1.
 int EraNamed(const char* p) {
-    if (std::strlen(p) < 4) return -1;
     for (int i = 0; i < FMT_ERA_COUNT; ++i)
-        if (std::memcmp(p, gFMTEras[i].szName, 4) == 0) return i;
+        if (std::strncmp(p, gFMTEras[i].szName, 4) == 0) return i;
     return -1;
 }
 

@@ -203,13 +203,16 @@ TEST(FMTDatePicHas, DateAndTime) {
         EXPECT_EQ(FMTDatePicHasTime(r.picture), r.time) << "FMTDatePicHasTime(\"" << r.picture << "\")";
     }
     EXPECT_EQ(FMTDatePicHasDate(nullptr) + FMTDatePicHasTime(nullptr), 0);
+    ScriptedHeap heap;
+    FMTDatePicHasDate("d"), FMTDatePicHasTime("'a' h");
+    EXPECT_EQ(heap.Outstanding(), 0) << "blocks left by FMTDatePicHasDate and FMTDatePicHasTime";
 }
 
 TEST(FMTGetGeeLongDatePic, WithoutNames) {
     const struct { const char* longPic; int withTime, result; const char* want; } rows[] = {
         {"dddd, MMMM dd, yyyy", 0, 1, "MMMM dd, yyyy"}, {"MMMM dd, yyyy, dddd", 0, 1, "MMMM dd, yyyy"},
         {"d. MMMM'ta' yyyy", 0, 1, "d. MMMM  yyyy"}, {"d'. 'MMMM yyyy", 0, 1, "d. MMMM yyyy"}, {"yyyy ddd, dddd M", 0, 1, "yyyy M"},
-        {"dddd", 0, 1, ""}, {"dddd, MMMM dd, yyyy", 1, 1, "MMMM dd, yyyy hh:mm:ss AMPM"}, {"yyy", 0, 0, ""},
+        {"dddd", 0, 1, ""}, {"d MMMM yyyy.", 0, 1, "d MMMM yyyy."}, {"dddd, MMMM dd, yyyy", 1, 1, "MMMM dd, yyyy hh:mm:ss AMPM"}, {"yyy", 0, 0, ""},
     };
     for (const auto& r : rows) {
         DateProfile profile({{"intl", "sLongDate", r.longPic}, {"intl", "sTime", ":"}, {"intl", "iCountry", "1"}});

@@ -114,6 +114,8 @@ TEST(FMTValidateDateTime, Times) {
         {"7:05", 2, ShortPic(0, "h:mm"), 1, T(7, 5), kTime | kNoZero}, {"7:05", 2, ShortPic(0, "hhh:mm"), 1, T(7, 5), kTime | kNoZero},
         {"7:05", 2, ShortPic(0, "hhhh:mm"), 1, T(7, 5), kTime}, {"7 05", 2, ShortPic(FMTF_STRICTTIME, "hhhh:mm"), 0, kUnread, 0},
         {"12:30 PM", 2, [](FMTCNTLBLOCK& b) { b.lpsz2359 = const_cast<char*>("pm"), b.lpsz1159 = nullptr; }, 1, T(12, 30), kTime},
+        {"12/1 10:30", 2, ShortPic(0, "M/d hh:mm"), 1, D(12, 1, 1900, 10, 30), kBoth},
+        {"13/1 10:30", 2, ShortPic(0, "M/d hh:mm"), 0, kUnread, 0}, {"1/32 10:30", 2, ShortPic(0, "M/d hh:mm"), 0, kUnread, 0},
         {"12:30 AM", 2, [](FMTCNTLBLOCK& b) { b.lpsz2359 = const_cast<char*>("pm"), b.lpsz1159 = nullptr; }, 0, kUnread, 0},
     });
 }
