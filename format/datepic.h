@@ -23,7 +23,8 @@ inline bool FMTDTIsTime(int32_t type) { return type >= FMTDT_HOUR12 && type <= F
 // top byte: the year was written in full ("0099" is the year 99, not 1999).
 constexpr uint32_t kFMTFullYearMark = 0xFF000000u;
 
-// One element, from MemAlloc, zero-filled.
+// One element. A list is one block from MemAlloc: its elements in order,
+// the head first, then the texts of its strings.
 struct FMTDATETOKEN {
     int32_t nType;
     union {
@@ -53,7 +54,8 @@ constexpr int kFMTDateFormPicSize = 35;
 // The text of a word or a literal of a list has fewer bytes than this.
 constexpr int kFMTDateWordMax = 100;
 
-// Frees every element and every element's text. Null is allowed.
+// Frees every element and every element's text: the list's block, by its
+// head. Null is allowed.
 void FMTFreeDateTokens(FMTDATETOKEN* head);
 
 #endif

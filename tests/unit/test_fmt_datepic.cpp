@@ -132,11 +132,21 @@ TEST(FMTMatchDateForm, Forms) {
 }
 
 // Every allocation failing in turn: no list or a whole one, and nothing left behind.
+// Many elements and long texts, and every allocation failing in turn: no
+// list or a whole one, and nothing left behind.
 TEST(FMTParseDateText, AllocationFailures) {
-    for (int failFrom = 1; failFrom <= 6; ++failFrom) {
+    std::string many, manyList, words, wordsList, k99(99, 'w');
+    for (int i = 0; i < 40; ++i) many += "d ", manyList += "d _1 ";
+    for (int i = 0; i < 6; ++i) words += k99 + " ", wordsList += "'" + k99 + "' _1 ";
+    manyList.pop_back(), wordsList.pop_back();
+    const struct { std::string text; int mode; std::string list; } rows[] = {
+        {"'ab' dd", 4, "'ab' _1 dd"}, {many, 4, manyList}, {words, 1, wordsList}};
+    for (int failFrom = 0; failFrom <= 6; ++failFrom) {
         ScriptedHeap heap(failFrom);
-        std::string list = Parsed("'ab' dd", 4), full = "'ab' _1 dd";
-        EXPECT_TRUE(list == "null" || list == full) << "'ab' dd with allocation " << failFrom << " failing: " << list;
+        for (const auto& r : rows) {
+            std::string list = Parsed(r.text, r.mode);
+            EXPECT_TRUE(list == r.list || (failFrom && list == "null")) << r.text << " with allocation " << failFrom << " failing: " << list;
+        }
         char picture[kFMTDateFormPicSize];
         FMTFreeDateTokens(FMTMatchDateForm("Jan 5, 2000", 1, picture, 0));
         FMTFreeDateTokens(FMTParseDateText("19991231", 1)); // read twice, the first list freed
