@@ -54,8 +54,8 @@ DWORD DayItem(int day, bool full) {
 
 char* AppendDayName(char* end, const Walk& w, bool full) {
     if (!FMTDateInReach(*w.d)) return end;
-    int day = FMTWeekday(w.d->nMonth, w.d->nDay, w.d->nYear);
-    if (w.localeNames) return AppendLocaleName(end, DayItem(day, full));
+    int day = FMTWeekday(w.d->nMonth, w.d->nDay, w.d->nYear); // outside 1 to 7 before the year 1
+    if (w.localeNames) return day >= 1 && day <= 7 ? AppendLocaleName(end, DayItem(day, full)) : end;
     return Append(end, full ? FMTDayLongName(day) : FMTDayShortName(day));
 }
 
