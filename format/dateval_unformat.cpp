@@ -34,8 +34,7 @@ int UnformatEra(FMTCNTLBLOCK* b, bool timeAllowed) {
 // Reads the input under the picture's list, as the kind its elements say.
 int UnformatUnder(FMTCNTLBLOCK* b, const char* picture) {
     FMTDATETOKEN* list = FMTParseDateText(picture, FMTDATE_PARSE_PICTURE);
-    if (!list) return 0;
-    int kind = 0;
+    int kind = 0; // an invalid picture has no kind, and no value text is read in mode 0
     FMTDatePicKind(list, &kind);
     LONG saved = b->nType;
     b->nType = kind;
