@@ -19,12 +19,8 @@ set(rows
   "conv,2.5x|'2.5x' is not a number"
   "calc,1 % 2|expected one of"
   "tour,x|tour: takes no arguments, got 1"
-  "date|date: takes at least one argument, got 0"
   "date,hello|\"hello\" is no date-time under the profile's settings"
-  "date,12/31/99,yyyy|is no date-time under the picture \"yyyy\""
-  "date,--bad,x|no option --bad"
   "date,--short|--short needs a value"
-  "date,--type,week,x|--type is date, time or datetime, not 'week'"
   "date,a,b,c|takes TEXT and perhaps a PICTURE"
 )
 set(failures 0)
