@@ -109,6 +109,7 @@ const char* nameOf(const char (*names)[16], int count, int n) {
 int FMTLoadCalendarText(void) {
     CRSectGuard hold(gCRProfileSect);
     LIBSTATE& s = *gpLibState;
+    s.bTextLoaded = 0; // the tables are rewritten from here on
     if (!loadNames(sDaySearch, kDays, dayShortId, kDayLongOffset)) return 0;
     if (!loadNames(sMonthSearch, kMonths, monthShortId, kMonthLongOffset)) return 0;
     copyNames(sDaySearch, kDays, s.aShortDays, s.aLongDays);

@@ -18,10 +18,10 @@ constexpr size_t kWorkRoom = 256;
 bool isSeparator(char c) { return c != 0 && std::strchr(".-/:\\,", c) != nullptr; }
 bool isBlank(char c) { return c == ' '; }
 
-// Bytes of the character at p: two for a lead byte with its trail in
-// double-byte mode, else one.
-size_t charLength(const char* p) {
-    return IntlDBCSEnabled() && IntlIsKanji(BYTE(*p)) && p[1] ? 2 : 1;
+// Bytes of the character at p, which ends before `end`: two for a lead
+// byte with its trail in double-byte mode, else one.
+size_t charLength(const char* p, const char* end) {
+    return IntlDBCSEnabled() && IntlIsKanji(BYTE(*p)) && p + 1 < end && p[1] ? 2 : 1;
 }
 
 struct Writer {
@@ -44,7 +44,7 @@ struct Writer {
 // A quoted run [begin, end), its quotes not included.
 void rewriteRun(Writer& out, const char* begin, const char* end) {
     bool separators = false, words = false;
-    for (const char* p = begin; p < end; p += charLength(p)) {
+    for (const char* p = begin; p < end; p += charLength(p, end)) {
         if (isSeparator(*p))
             separators = true;
         else if (!isBlank(*p))
@@ -53,12 +53,12 @@ void rewriteRun(Writer& out, const char* begin, const char* end) {
     if (!words) return out.Put(begin, size_t(end - begin));
     if (!separators) return out.Put(begin - 1, size_t(end - begin) + 2);
     bool quoted = false;
-    for (const char* p = begin; p < end; p += charLength(p)) {
+    for (const char* p = begin; p < end; p += charLength(p, end)) {
         if (isSeparator(*p) == quoted) {
             out.Put('\'');
             quoted = !quoted;
         }
-        out.Put(p, charLength(p));
+        out.Put(p, charLength(p, end));
     }
     if (quoted) out.Put('\'');
 }
@@ -71,7 +71,7 @@ void quoteMonthSuffix(Writer& out) {
     if (!m) return;
     while (*m == 'M') ++m;
     if (*m != 't') return;
-    size_t n = 1 + (m[1] ? charLength(m + 1) : 0);
+    size_t n = 1 + (m[1] ? charLength(m + 1, m + std::strlen(m)) : 0);
     char tail[kWorkRoom];
     std::strcpy(tail, m);
     out.length = size_t(m - out.text);

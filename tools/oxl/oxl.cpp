@@ -16,6 +16,7 @@
 //                            SIZE bytes), driven by commands read from stdin
 //   oxl date TEXT [PICTURE]  a typed date read into a DATDEF and written back
 //                            (options: settings in place of the profile's)
+//   oxl profile              the regional settings in force (FMTGetProfileIntl)
 //   oxl help                 what each command does
 //
 // Misuse is told on the error stream, with exit status 2. Numbers are read
@@ -26,6 +27,7 @@
 #include "oxl_tool.h"
 
 #include <oxlrt31/diag.h>
+#include <oxlrt31/fmt.h>
 #include <oxlrt31/memshared.h>
 #include <oxlrt31/intl.h>
 #include <oxlrt31/number.h>
@@ -242,6 +244,32 @@ int cmdEnv(int, char**) {
     return 0;
 }
 
+std::string quoted(const char* text) { return "\"" + fromLibrary(text) + "\""; }
+std::string quoted(char c) { return c ? quoted(std::string(1, c).c_str()) : "(none)"; }
+
+int cmdProfile(int, char**) {
+    FMTPROFILEINTL p;
+    FMTGetProfileIntl(&p);
+    static const char* const kStyles[] = {"LongGregorian", "ShortGregorian", "JapanGregorian", "JapanEmperor"};
+    const char* style = p.iDateType < 4 ? kStyles[p.iDateType] : "?";
+    std::printf("country          %lu %s, language %s\n", (unsigned long)p.iCountry, quoted(p.sCountry).c_str(),
+                quoted(p.sLanguage).c_str());
+    std::printf("short date       %s\nlong date        %s\n", quoted(p.sShortDate).c_str(), quoted(p.sLongDate).c_str());
+    std::printf("date separator   %s, order iDate %lu\n", quoted(p.chDate).c_str(), (unsigned long)p.iDate);
+    std::printf("time             separator %s, %s-hour clock, hour leading zero %lu, markers %s %s\n",
+                quoted(p.sTime).c_str(), p.iTime ? "24" : "12", (unsigned long)p.iTLZero, quoted(p.s1159).c_str(),
+                quoted(p.s2359).c_str());
+    std::printf("numbers          decimal %s, thousands %s, list %s, %lu digits, leading zero %lu, measure %lu\n",
+                quoted(p.chDecimal).c_str(), quoted(p.chThousand).c_str(), quoted(p.chList).c_str(),
+                (unsigned long)p.iDigits, (unsigned long)p.iLzero, (unsigned long)p.iMeasure);
+    std::printf("currency         %s, %s%s, %lu digits, negative form %lu\n", quoted(p.sCurrency).c_str(),
+                p.bCurrencySuffix ? "after the number" : "before the number", p.bCurrencySpace ? " with a space" : "",
+                (unsigned long)p.iCurrDigits, (unsigned long)p.iNegCurr);
+    std::printf("date style       %lu %s, era boundary check %lu\n", (unsigned long)p.iDateType, style,
+                (unsigned long)p.iEmpDateBoundryCheck);
+    return 0;
+}
+
 // The library as its version functions know it: its module handle on
 // Windows, an address inside it elsewhere.
 HMODULE library() {
@@ -431,6 +459,7 @@ constexpr Command kCommands[] = {
     {"compare", cmdCompare, 2, 2, "A B", "NumCompare of two numbers"},
     {"env", cmdEnv, 0, 0, "", "the character environment settled at load"},
     {"version", cmdVersion, 0, 0, "", "the library's product and file versions"},
+    {"profile", cmdProfile, 0, 0, "", "the regional settings in force, as FMTGetProfileIntl reads them"},
     {"calc", cmdCalc, 1, -1, "\"A op B\"", "one operation (+ - * /) on two numbers, e.g. \"1/3\""},
     {"chars", cmdChars, 1, 1, "TEXT",
      "how TEXT splits into characters and how the cutting functions cut it;\n"
