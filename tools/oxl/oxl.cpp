@@ -14,6 +14,8 @@
 //   oxl conv VALUE           a number through every binary conversion and back
 //   oxl shm SIZE             the machine's shared heap, opened (or created with
 //                            SIZE bytes), driven by commands read from stdin
+//   oxl date TEXT [PICTURE]  a typed date read into a DATDEF and written back
+//                            (options: settings in place of the profile's)
 //   oxl profile              the regional settings in force (FMTGetProfileIntl)
 //   oxl help                 what each command does
 //
@@ -22,6 +24,8 @@
 // terminal's encoding and go to the library in its code page, and
 // characters are shown back in the terminal's encoding, as a host on a
 // UTF-8 system must do; a Windows console hands over the code page itself.
+#include "oxl_tool.h"
+
 #include <oxlrt31/diag.h>
 #include <oxlrt31/fmt.h>
 #include <oxlrt31/memshared.h>
@@ -465,6 +469,11 @@ constexpr Command kCommands[] = {
     {"shm", cmdShm, 1, 1, "SIZE",
      "the machine's shared heap (created with SIZE bytes when new); commands on\n"
      "                  stdin: alloc N, free ADDR, check ADDR, checkall, show, quit"},
+    {"date", OxlDate, 1, -1, "TEXT...",
+     "[OPTIONS] TEXT [PICTURE]: a typed date or time read as a host reads it (the\n"
+     "                  DATDEF, its flags, the picture that read it) and written back;\n"
+     "                  OPTIONS give settings in place of the profile's: --short PIC\n"
+     "                  --long PIC --24h --sep S --country N --type date|time|datetime"},
     {"help", cmdHelp, 0, 0, "", "this text"},
 };
 
@@ -517,6 +526,7 @@ bool convert(const char* to, const char* from, const std::string& text, std::str
 
 bool toLibrary(int argc, char** argv, std::vector<std::string>* held) {
     const char* terminal = nl_langinfo(CODESET);
+    held->reserve(size_t(argc)); // argv points into the strings: they must not move
     for (int i = 0; i < argc; ++i) {
         held->emplace_back();
         if (!convert(libraryPage(), terminal, argv[i], &held->back())) {
@@ -533,12 +543,20 @@ std::string fromLibrary(const std::string& text) {
     std::string out;
     return convert(nl_langinfo(CODESET), libraryPage(), text, &out) ? out : "?";
 }
+std::string fromShiftJis(const std::string& text) {
+    std::string out;
+    return convert(nl_langinfo(CODESET), "CP932", text, &out) ? out : "?";
+}
 #else
 bool toLibrary(int, char**, std::vector<std::string>*) { return true; }
 std::string fromLibrary(const std::string& text) { return text; }
+std::string fromShiftJis(const std::string& text) { return text; }
 #endif
 
 } // namespace
+
+std::string OxlFromLibrary(const std::string& text) { return fromLibrary(text); }
+std::string OxlFromShiftJis(const std::string& text) { return fromShiftJis(text); }
 
 int main(int argc, char** argv) {
 #ifndef _WIN32
