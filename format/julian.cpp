@@ -1,11 +1,13 @@
 // Day numbers of the proleptic Gregorian calendar, the weekday, the calendar
-// test and the window of two-digit years. All quantities are 32-bit signed
-// and every division truncates toward zero, as the formulas assume.
+// test and the window of two-digit years. Every division truncates toward
+// zero, as the formulas assume.
 #include "fmtint.h"
 
 #include "core/crsect.h"
 #include "core/libstate.h"
 #include "os/osl.h"
+
+#include <cstdint>
 
 namespace {
 
@@ -27,9 +29,14 @@ bool namesWeekday(const char* dayName, LONG month, LONG day, LONG year) {
 
 } // namespace
 
+// Worked in 64 bits and given back modulo 2^32: the day number of any year
+// of the calendar fits, and fields far outside it give a defined number
+// instead of an overflow.
 LONG FMTDateToJulian(LONG m, LONG d, LONG y) {
-    return 367 * y - (7 * (y + (m + 9) / 12)) / 4 - (3 * ((y + (m - 9) / 7) / 100 + 1)) / 4 + (275 * m) / 9 + d +
-           1721029;
+    int64_t M = m, D = d, Y = y;
+    int64_t j = 367 * Y - (7 * (Y + (M + 9) / 12)) / 4 - (3 * ((Y + (M - 9) / 7) / 100 + 1)) / 4 + (275 * M) / 9 + D +
+                1721029;
+    return LONG(uint32_t(uint64_t(j)));
 }
 
 void FMTJulianToDate(LONG julian, LONG out[3]) {
