@@ -12,17 +12,6 @@ namespace {
 // first one.
 constexpr int kWorkDigits = 24;
 
-// The data lengths of two records for the paths that take records of 2 to
-// 24 data bytes; false for other lengths, and for a length byte with bit 7
-// set (whose length is read from bits 0-3: NumpLengthArith), which the
-// paths that unpack both records take as well.
-inline bool plainLengths(const tagNUMBER* a, const tagNUMBER* b, int* la, int* lb) {
-    int x = a->bLength, y = b->bLength;
-    *la = x & 0x3F;
-    *lb = y & 0x3F;
-    return !((x | y) & 0x80) && unsigned(*la - 2) <= 22 && unsigned(*lb - 2) <= 22;
-}
-
 // Order of the magnitudes by exponent, then digit by digit with missing
 // digits read as 0. Equal magnitudes give 0.
 int compareMagnitudes(const NumpOperand& a, const NumpOperand& b) {
@@ -34,11 +23,6 @@ int compareMagnitudes(const NumpOperand& a, const NumpOperand& b) {
     }
     return 0;
 }
-
-// Eight digits (0..99) in base 100, the last in the low byte: the block of
-// work[0..8) turned so that carries run from the low byte up.
-inline uint64_t loadDigits8(const BYTE* p) { return __builtin_bswap64(NumpLoad8(p)); }
-inline void storeDigits8(BYTE* p, uint64_t w) { NumpStore8(p, __builtin_bswap64(w)); }
 
 // a + b + carry on eight base-100 digits at once. Each byte of b is raised by
 // 156, so that a byte of the binary sum passes 255 exactly when its digits'
@@ -106,17 +90,11 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
     if (bottomCount > 0) NumpCopy(other + lead + shift, bottom.digits, bottomCount);
     unsigned carry = 0;
     for (int i = kWorkDigits - 8; i >= 0; i -= 8) {
-        uint64_t a = loadDigits8(work + i), b = loadDigits8(other + i);
-        storeDigits8(work + i, add ? addDigits8(a, b, &carry) : subtractDigits8(a, b, &carry));
+        uint64_t a = NumpLoadPlaces8(work + i), b = NumpLoadPlaces8(other + i);
+        NumpStorePlaces8(work + i, add ? addDigits8(a, b, &carry) : subtractDigits8(a, b, &carry));
     }
     return NumpWriteNormal(out, work, count, negative, top.exponent + lead);
 }
-
-// The work area of 24 places as three words, place 0 in the top byte of w0
-// (the first place most significant, as in one 192-bit number).
-struct Area {
-    uint64_t w0, w1, w2;
-};
 
 // A record's `count` digits, complemented when negative, at `offset` (0..23)
 // in a zeroed area of 24 places; the digits that fall behind place 23 are
@@ -136,7 +114,7 @@ inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative
 // leaves place 0 is dropped: nothing for a sum, whose place 0 is the empty
 // place in front.
 template <bool kAdd>
-inline Area addAreas(const Area& x, const Area& y) {
+inline NumpArea addAreas(const NumpArea& x, const NumpArea& y) {
     const uint64_t raise = kAdd ? 156 * kNumpOnes : 0;
     uint64_t y0 = y.w0 + raise, y1 = y.w1 + raise, y2 = y.w2 + raise;
     uint64_t s0, s1, s2;
@@ -165,36 +143,6 @@ inline Area addAreas(const Area& x, const Area& y) {
         t2 ^= kNumpOnes;
     }
     return {s0 - t0 * 156, s1 - t1 * 156, s2 - t2 * 156};
-}
-
-// Zero, and a rounding that must look at the digits: NumpWriteNormal itself.
-__attribute__((noinline, cold)) void writeWork(tagNUMBER* out, BYTE* work, bool negative, int exponent) {
-    NumpWriteNormal(out, work, kWorkDigits, negative, exponent);
-}
-
-// NumpWriteNormal of the 24 places of `r` (exponent E for place 0), most of
-// the way in words: the first place above 0 and the last come from the
-// words' leading and trailing zero bytes. Zero, and a rounding that carries,
-// are left to NumpWriteNormal itself; the bytes are the same either way.
-inline void writeArea(tagNUMBER* out, const Area& r, bool negative, int exponent) {
-    alignas(8) BYTE work[kWorkDigits];
-    storeDigits8(work, r.w0);
-    storeDigits8(work + 8, r.w1);
-    storeDigits8(work + 16, r.w2);
-    if (r.w0 == 0) return writeWork(out, work, negative, exponent);
-    int first = __builtin_clzll(r.w0) >> 3, count;
-    if (first <= int(negative)) { // more places than the limit of 23 (22 negative)
-        int limit = NUM_MAX_DIGITS_POS - negative;
-        if (work[first + limit] >= 50) return writeWork(out, work, negative, exponent);
-        count = limit; // the digits behind the limit go, the first of them below 50
-        while (work[first + count - 1] == 0) --count; // stops at the first place
-    } else {
-        int last = r.w2 ? 23 - (__builtin_ctzll(r.w2) >> 3)
-                 : r.w1 ? 15 - (__builtin_ctzll(r.w1) >> 3)
-                        : 7 - (__builtin_ctzll(r.w0) >> 3);
-        count = last + 1 - first;
-    }
-    NumpWriteDigits(out, work + first, count, negative, exponent - first);
 }
 
 // The sum (kAdd) or difference of the magnitudes of two records of 2 to 24
@@ -229,16 +177,16 @@ inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, i
     const uint64_t up = 28 * kNumpOnes;
     uint64_t high = anyA | anyB | (a0 + up) | (a1 + up) | (a2 + up) | (b0 + up) | (b1 + up) | (b2 + up);
     if ((high & kNumpHigh) || !anyA || !anyB) return false;
-    Area x = {__builtin_bswap64(a0), __builtin_bswap64(a1), __builtin_bswap64(a2)};
-    Area y = {__builtin_bswap64(b0), __builtin_bswap64(b1), __builtin_bswap64(b2)};
+    NumpArea x = {__builtin_bswap64(a0), __builtin_bswap64(a1), __builtin_bswap64(a2)};
+    NumpArea y = {__builtin_bswap64(b0), __builtin_bswap64(b1), __builtin_bswap64(b2)};
 
     bool aTop = ea != eb       ? ea > eb
                 : x.w0 != y.w0 ? x.w0 > y.w0
                 : x.w1 != y.w1 ? x.w1 > y.w1
                                : x.w2 >= y.w2;
-    Area r = aTop ? addAreas<kAdd>(x, y) : addAreas<kAdd>(y, x);
+    NumpArea r = aTop ? addAreas<kAdd>(x, y) : addAreas<kAdd>(y, x);
     bool negative = aTop ? !signA : !signB != flip;
-    writeArea(out, r, negative, top + lead);
+    NumpWriteArea(out, r, negative, top + lead);
     return true;
 }
 
@@ -256,7 +204,7 @@ __attribute__((noinline)) int addUnpacked(tagNUMBER* out, const tagNUMBER* a, co
 
 inline int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
     int la, lb;
-    if (plainLengths(a, b, &la, &lb)) {
+    if (NumpPlainLengths(a, b, &la, &lb)) {
         bool add = (a->abData[0] < 0x80) == ((b->abData[0] < 0x80) != subtract);
         if (add ? addInPlace<true>(out, a->abData, la, b->abData, lb, subtract)
                 : addInPlace<false>(out, a->abData, la, b->abData, lb, subtract))
@@ -316,15 +264,6 @@ int toLimbs8(NumpOperand& v, uint64_t* limbs) {
     return n;
 }
 
-// Eight digits (0..99, the first at the lowest address, as a little-endian
-// load gives them) as two limbs: the first four in the low half, the next
-// four in the high half. Pairs of digits gather in 16-bit lanes, pairs of
-// pairs in 32-bit lanes; no lane overflows into the next.
-inline uint64_t twoLimbsOf8(uint64_t w) {
-    uint64_t pairs = (w & 0x00FF00FF00FF00FFull) * 100 + (w >> 8 & 0x00FF00FF00FF00FFull);
-    return (pairs & 0x0000FFFF0000FFFFull) * 10000 + (pairs >> 16 & 0x0000FFFF0000FFFFull);
-}
-
 // A record's digits as limbs from the front, the missing digits of the last
 // 0; the limb count, or 0 when a digit is above 99 or the first digit is 0.
 inline int limbsOf(const BYTE* data, int count, bool negative, uint64_t* limbs) {
@@ -334,15 +273,15 @@ inline int limbsOf(const BYTE* data, int count, bool negative, uint64_t* limbs) 
     uint64_t w0 = NumpLoad8(room), w1 = NumpLoad8(room + 8), w2 = NumpLoad8(room + 16);
     const uint64_t up = 28 * kNumpOnes; // as in addInPlace
     if (((w0 | w1 | w2 | (w0 + up) | (w1 + up) | (w2 + up)) & kNumpHigh) || (w0 & 0xFF) == 0) return 0;
-    uint64_t l0 = twoLimbsOf8(w0);
+    uint64_t l0 = NumpTwoLimbsOf8(w0);
     limbs[0] = uint32_t(l0);
     limbs[1] = l0 >> 32;
     if (count > 8) {
-        uint64_t l1 = twoLimbsOf8(w1);
+        uint64_t l1 = NumpTwoLimbsOf8(w1);
         limbs[2] = uint32_t(l1);
         limbs[3] = l1 >> 32;
         if (count > 16) {
-            uint64_t l2 = twoLimbsOf8(w2);
+            uint64_t l2 = NumpTwoLimbsOf8(w2);
             limbs[4] = uint32_t(l2);
             limbs[5] = l2 >> 32;
         }
@@ -372,7 +311,7 @@ inline uint32_t digitsBehind(uint32_t limb, int k) {
 // carries out of the first place; false then.
 __attribute__((always_inline)) inline bool multiplyNormal(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) {
     int la, lb;
-    if (!plainLengths(a, b, &la, &lb)) return false;
+    if (!NumpPlainLengths(a, b, &la, &lb)) return false;
     const BYTE *da = a->abData, *db = b->abData;
     int signA = int(int8_t(da[0])) >> 7, signB = int(int8_t(db[0])) >> 7; // 0 negative, -1 positive
     int na = la - 2 - signA, nb = lb - 2 - signB;

@@ -28,3 +28,7 @@ int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, in
     if (NumpAnyAbove99(digits, count)) carryOversizedDigits(digits, count, &exponent);
     return NumpPackNormal(data, digits, count, negative, exponent, padToWord);
 }
+
+__attribute__((noinline, cold)) void NumpWritePlaces(tagNUMBER* out, BYTE* work, bool negative, int exponent) {
+    NumpWriteNormal(out, work, kNumpPlaces, negative, exponent);
+}

@@ -318,4 +318,65 @@ inline int NumpWriteNormal(tagNUMBER* out, BYTE* digits, int count, int negative
     return out->bLength;
 }
 
+// The data lengths of two records for the paths that take records of 2 to
+// 24 data bytes; false for other lengths, and for a length byte with bit 7
+// set (whose length is read from bits 0-3: NumpLengthArith), which the
+// paths that unpack both records take as well.
+inline bool NumpPlainLengths(const tagNUMBER* a, const tagNUMBER* b, int* la, int* lb) {
+    int x = a->bLength, y = b->bLength;
+    *la = x & 0x3F;
+    *lb = y & 0x3F;
+    return !((x | y) & 0x80) && unsigned(*la - 2) <= 22 && unsigned(*lb - 2) <= 22;
+}
+
+// Eight digits (0..99, the first at the lowest address, as a little-endian
+// load gives them) as two limbs: the first four in the low half, the next
+// four in the high half. Pairs of digits gather in 16-bit lanes, pairs of
+// pairs in 32-bit lanes; no lane overflows into the next.
+inline uint64_t NumpTwoLimbsOf8(uint64_t w) {
+    uint64_t pairs = (w & 0x00FF00FF00FF00FFull) * 100 + (w >> 8 & 0x00FF00FF00FF00FFull);
+    return (pairs & 0x0000FFFF0000FFFFull) * 10000 + (pairs >> 16 & 0x0000FFFF0000FFFFull);
+}
+
+// A work area of 24 places (base-100 digits) as three words, place 0 in the
+// top byte of w0: the first place most significant, as in one 192-bit
+// number. Places 8k..8k+7 in memory order load and store through a byte
+// swap.
+constexpr int kNumpPlaces = 24;
+struct NumpArea {
+    uint64_t w0, w1, w2;
+};
+inline uint64_t NumpLoadPlaces8(const BYTE* p) { return __builtin_bswap64(NumpLoad8(p)); }
+inline void NumpStorePlaces8(BYTE* p, uint64_t w) { NumpStore8(p, __builtin_bswap64(w)); }
+
+// Zero, and a rounding that must look at the digits: NumpWriteNormal of all
+// 24 places (numpack.cpp).
+void NumpWritePlaces(tagNUMBER* out, BYTE* work, bool negative, int exponent);
+
+// NumpWriteNormal of the 24 places of `r` (0..99 each, exponent E for place
+// 0), most of the way in words: the first place above 0 and the last come
+// from the words' leading and trailing zero bytes. Zero, and a rounding that
+// carries, are left to NumpWriteNormal itself; the bytes are the same either
+// way.
+inline void NumpWriteArea(tagNUMBER* out, const NumpArea& r, bool negative, int exponent) {
+    alignas(8) BYTE work[kNumpPlaces];
+    NumpStorePlaces8(work, r.w0);
+    NumpStorePlaces8(work + 8, r.w1);
+    NumpStorePlaces8(work + 16, r.w2);
+    if (r.w0 == 0) return NumpWritePlaces(out, work, negative, exponent);
+    int first = __builtin_clzll(r.w0) >> 3, count;
+    if (first <= int(negative)) { // more places than the limit of 23 (22 negative)
+        int limit = NUM_MAX_DIGITS_POS - negative;
+        if (work[first + limit] >= 50) return NumpWritePlaces(out, work, negative, exponent);
+        count = limit; // the digits behind the limit go, the first of them below 50
+        while (work[first + count - 1] == 0) --count; // stops at the first place
+    } else {
+        int last = r.w2 ? 23 - (__builtin_ctzll(r.w2) >> 3)
+                 : r.w1 ? 15 - (__builtin_ctzll(r.w1) >> 3)
+                        : 7 - (__builtin_ctzll(r.w0) >> 3);
+        count = last + 1 - first;
+    }
+    NumpWriteDigits(out, work + first, count, negative, exponent - first);
+}
+
 #endif
