@@ -105,46 +105,6 @@ inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative
     NumpCopyDigits(room + offset, digits, count, negative);
 }
 
-// x + y or x - y on the areas as on two 192-bit numbers, one carry or borrow
-// chain through all 24 places, each byte then put back into base 100. For
-// the sum every byte of y is first raised by 156, so that a byte passes 255
-// exactly when its digits' sum reaches 100; the difference of a byte that
-// borrowed reads 256 more than its digit difference. Either way 156 comes off
-// the bytes whose carry did not (sum) or did (difference) leave them. What
-// leaves place 0 is dropped: nothing for a sum, whose place 0 is the empty
-// place in front.
-template <bool kAdd>
-inline NumpArea addAreas(const NumpArea& x, const NumpArea& y) {
-    const uint64_t raise = kAdd ? 156 * kNumpOnes : 0;
-    uint64_t y0 = y.w0 + raise, y1 = y.w1 + raise, y2 = y.w2 + raise;
-    uint64_t s0, s1, s2;
-    unsigned c0 = 0;
-    if (kAdd) {
-        unsigned c2 = __builtin_add_overflow(x.w2, y2, &s2);
-        unsigned c1 = __builtin_add_overflow(x.w1, y1, &s1);
-        c1 |= __builtin_add_overflow(s1, uint64_t(c2), &s1);
-        s0 = x.w0 + y0 + c1;
-    } else {
-        unsigned c2 = __builtin_sub_overflow(x.w2, y2, &s2);
-        unsigned c1 = __builtin_sub_overflow(x.w1, y1, &s1);
-        c1 |= __builtin_sub_overflow(s1, uint64_t(c2), &s1);
-        c0 = __builtin_sub_overflow(x.w0, y0, &s0);
-        c0 |= __builtin_sub_overflow(s0, uint64_t(c1), &s0);
-    }
-    // Bit 8k of (s ^ x ^ y) is the carry into byte k: moved down a byte, what
-    // left each byte, the top byte's taken from bit 0 of the word in front.
-    uint64_t r0 = s0 ^ x.w0 ^ y0, r1 = s1 ^ x.w1 ^ y1, r2 = s2 ^ x.w2 ^ y2;
-    uint64_t t0 = (r0 >> 8 | uint64_t(c0) << 56) & kNumpOnes;
-    uint64_t t1 = (r1 >> 8 | r0 << 56) & kNumpOnes;
-    uint64_t t2 = (r2 >> 8 | r1 << 56) & kNumpOnes;
-    if (kAdd) {
-        t0 ^= kNumpOnes;
-        t1 ^= kNumpOnes;
-        t2 ^= kNumpOnes;
-    }
-    return {s0 - t0 * 156, s1 - t1 * 156, s2 - t2 * 156};
-}
-
 // The sum (kAdd) or difference of the magnitudes of two records of 2 to 24
 // data bytes that both have digits, all 0..99, with none of the bottom's
 // left over in front of the work area: each record's digits go straight to
@@ -180,11 +140,15 @@ inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, i
     NumpArea x = {__builtin_bswap64(a0), __builtin_bswap64(a1), __builtin_bswap64(a2)};
     NumpArea y = {__builtin_bswap64(b0), __builtin_bswap64(b1), __builtin_bswap64(b2)};
 
+    if (kAdd) { // the sum's order doesn't matter, nor its sign, which both share
+        NumpWriteArea(out, NumpAddAreas<true>(x, y), !signA, top + lead);
+        return true;
+    }
     bool aTop = ea != eb       ? ea > eb
                 : x.w0 != y.w0 ? x.w0 > y.w0
                 : x.w1 != y.w1 ? x.w1 > y.w1
                                : x.w2 >= y.w2;
-    NumpArea r = aTop ? addAreas<kAdd>(x, y) : addAreas<kAdd>(y, x);
+    NumpArea r = aTop ? NumpAddAreas<kAdd>(x, y) : NumpAddAreas<kAdd>(y, x);
     bool negative = aTop ? !signA : !signB != flip;
     NumpWriteArea(out, r, negative, top + lead);
     return true;

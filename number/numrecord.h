@@ -349,34 +349,81 @@ struct NumpArea {
 inline uint64_t NumpLoadPlaces8(const BYTE* p) { return __builtin_bswap64(NumpLoad8(p)); }
 inline void NumpStorePlaces8(BYTE* p, uint64_t w) { NumpStore8(p, __builtin_bswap64(w)); }
 
-// Zero, and a rounding that must look at the digits: NumpWriteNormal of all
+// x + y or x - y on the areas as on two 192-bit numbers, one carry or borrow
+// chain through all 24 places, each byte then put back into base 100. For
+// the sum every byte of y is first raised by 156, so that a byte carries
+// exactly when its digits' sum reaches 100: a byte that carried holds its
+// digit (0..99), one that did not 156 more (156..255). The difference of a
+// byte that borrowed holds 256 more than its digit (156..255), one that did
+// not its digit. Either way bit 7 marks the bytes that take 156 off. What
+// leaves place 0 is dropped: nothing for a sum, whose place 0 is the empty
+// place in front.
+template <bool kAdd>
+inline NumpArea NumpAddAreas(const NumpArea& x, const NumpArea& y) {
+    uint64_t s0, s1, s2;
+    if (kAdd) {
+        const uint64_t raise = 156 * kNumpOnes;
+        unsigned c2 = __builtin_add_overflow(x.w2, y.w2 + raise, &s2);
+        unsigned c1 = __builtin_add_overflow(x.w1, y.w1 + raise, &s1);
+        c1 |= __builtin_add_overflow(s1, uint64_t(c2), &s1);
+        s0 = x.w0 + y.w0 + raise + c1;
+    } else {
+        unsigned c2 = __builtin_sub_overflow(x.w2, y.w2, &s2);
+        unsigned c1 = __builtin_sub_overflow(x.w1, y.w1, &s1);
+        c1 |= __builtin_sub_overflow(s1, uint64_t(c2), &s1);
+        s0 = x.w0 - y.w0 - c1;
+    }
+    auto base100 = [](uint64_t w) { return w - (w >> 7 & kNumpOnes) * 156; };
+    return {base100(s0), base100(s1), base100(s2)};
+}
+
+// Zero, and a rounding that carries out of place 0: NumpWriteNormal of all
 // 24 places (numpack.cpp).
 void NumpWritePlaces(tagNUMBER* out, BYTE* work, bool negative, int exponent);
 
 // NumpWriteNormal of the 24 places of `r` (0..99 each, exponent E for place
-// 0), most of the way in words: the first place above 0 and the last come
-// from the words' leading and trailing zero bytes. Zero, and a rounding that
-// carries, are left to NumpWriteNormal itself; the bytes are the same either
-// way.
-inline void NumpWriteArea(tagNUMBER* out, const NumpArea& r, bool negative, int exponent) {
+// 0), in words: the first place above 0 and the last come from the words'
+// leading and trailing zero bytes. With more places than the limit of 23
+// (22 negative) behind the first, those behind the limit go, and when the
+// first of them is 50 or more, 1 is added at the last place kept, carried
+// as NumpAddAreas carries. Zero, and a carry out of place 0, are left to
+// NumpWriteNormal itself; the bytes are the same either way.
+inline void NumpWriteArea(tagNUMBER* out, const NumpArea& area, bool negative, int exponent) {
     alignas(8) BYTE work[kNumpPlaces];
-    NumpStorePlaces8(work, r.w0);
-    NumpStorePlaces8(work + 8, r.w1);
-    NumpStorePlaces8(work + 16, r.w2);
-    if (r.w0 == 0) return NumpWritePlaces(out, work, negative, exponent);
-    int first = __builtin_clzll(r.w0) >> 3, count;
-    if (first <= int(negative)) { // more places than the limit of 23 (22 negative)
-        int limit = NUM_MAX_DIGITS_POS - negative;
-        if (work[first + limit] >= 50) return NumpWritePlaces(out, work, negative, exponent);
-        count = limit; // the digits behind the limit go, the first of them below 50
-        while (work[first + count - 1] == 0) --count; // stops at the first place
-    } else {
+    NumpArea r = area;
+    if (r.w0 == 0) goto whole;
+    {
+        int first = __builtin_clzll(r.w0) >> 3;
+        if (first <= int(negative)) {
+            // The last place kept is 21 or 22: the places behind it are the
+            // last one or two bytes of w2.
+            int behind = 8 * (kNumpPlaces - first - NUM_MAX_DIGITS_POS + negative);
+            uint64_t dropped = r.w2 & ((1ull << behind) - 1);
+            r.w2 -= dropped;
+            if (dropped >> (behind - 8) >= 50) {
+                if ((r.w2 >> behind & 0xFF) < 99) { // the last place kept takes the 1
+                    r.w2 += 1ull << behind;
+                } else {
+                    r = NumpAddAreas<true>(r, {0, 0, 1ull << behind});
+                    if (r.w0 == 0) goto whole;
+                    first = __builtin_clzll(r.w0) >> 3;
+                }
+            }
+        }
         int last = r.w2 ? 23 - (__builtin_ctzll(r.w2) >> 3)
                  : r.w1 ? 15 - (__builtin_ctzll(r.w1) >> 3)
                         : 7 - (__builtin_ctzll(r.w0) >> 3);
-        count = last + 1 - first;
+        NumpStorePlaces8(work, r.w0);
+        NumpStorePlaces8(work + 8, r.w1);
+        NumpStorePlaces8(work + 16, r.w2);
+        NumpWriteDigits(out, work + first, last + 1 - first, negative, exponent - first);
+        return;
     }
-    NumpWriteDigits(out, work + first, count, negative, exponent - first);
+whole:
+    NumpStorePlaces8(work, area.w0);
+    NumpStorePlaces8(work + 8, area.w1);
+    NumpStorePlaces8(work + 16, area.w2);
+    NumpWritePlaces(out, work, negative, exponent);
 }
 
 #endif
