@@ -5,6 +5,9 @@
 
 #include <cstdint>
 #include <cstring>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace {
 
@@ -96,6 +99,18 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
     return NumpWriteNormal(out, work, count, negative, top.exponent + lead);
 }
 
+// Sixteen bytes side by side (SSE2 registers where the target has them).
+typedef BYTE Bytes16 __attribute__((vector_size(16)));
+inline bool anyByteSet(Bytes16 v) {
+#ifdef __SSE2__
+    return _mm_movemask_epi8(__m128i(v)) != 0;
+#else
+    uint64_t h[2];
+    std::memcpy(h, &v, 16);
+    return (h[0] | h[1]) != 0;
+#endif
+}
+
 // A record's `count` digits, complemented when negative, at `offset` (0..23)
 // in a zeroed area of 24 places; the digits that fall behind place 23 are
 // dropped, unrounded. The 24 bytes behind the area take them, so that the
@@ -114,34 +129,39 @@ inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative
 // b's sign is turned (subtraction).
 template <bool kAdd>
 inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, int lb, bool flip) {
-    // The sign's mask: all ones for a positive record, 0 for a negative one;
-    // E is the exponent byte's low 7 bits, complemented when negative.
-    int signA = int(int8_t(da[0])) >> 7, signB = int(int8_t(db[0])) >> 7;
-    int ea = (da[0] ^ signA ^ 0x7F) & 0x7F, eb = (db[0] ^ signB ^ 0x7F) & 0x7F;
+    // Bit 7 of the exponent byte is set for a positive record; E is the
+    // byte's low 7 bits, complemented when negative.
+    int posA = da[0] >> 7, posB = db[0] >> 7;
+    int ea = (da[0] ^ (posA - 1)) & 0x7F, eb = (db[0] ^ (posB - 1)) & 0x7F;
     constexpr int lead = kAdd ? 1 : 0; // a place in front for the last carry
     int top = ea > eb ? ea : eb;
     int oa = lead + top - ea, ob = lead + top - eb;
     if (oa >= kWorkDigits || ob >= kWorkDigits) return false; // nothing left in the area
-    BYTE roomA[2 * kWorkDigits], roomB[2 * kWorkDigits];
-    placeDigits(roomA, da + 1, la - 2 - signA, !signA, oa);
-    placeDigits(roomB, db + 1, lb - 2 - signB, !signB, ob);
+    // One room for both: a's area, then b's, whose zeros cover what of a's
+    // digits fell behind place 23.
+    alignas(16) BYTE room[3 * kWorkDigits];
+    placeDigits(room, da + 1, la - 2 + posA, !posA, oa);
+    placeDigits(room + kWorkDigits, db + 1, lb - 2 + posB, !posB, ob);
     // The words are read once both copies are done (the compiler would
     // otherwise hold the first area in registers, and spill them, while the
     // second is copied).
     asm volatile("" ::: "memory");
-    uint64_t a0 = NumpLoad8(roomA), a1 = NumpLoad8(roomA + 8), a2 = NumpLoad8(roomA + 16);
-    uint64_t b0 = NumpLoad8(roomB), b1 = NumpLoad8(roomB + 8), b2 = NumpLoad8(roomB + 16);
-    // No digit above 99 (a byte of 128 or more shows in the OR, and without
-    // one, adding 28 to each byte carries into none), and some digit in each.
-    uint64_t anyA = a0 | a1 | a2, anyB = b0 | b1 | b2;
-    const uint64_t up = 28 * kNumpOnes;
-    uint64_t high = anyA | anyB | (a0 + up) | (a1 + up) | (a2 + up) | (b0 + up) | (b1 + up) | (b2 + up);
-    if ((high & kNumpHigh) || !anyA || !anyB) return false;
+    uint64_t a0 = NumpLoad8(room), a1 = NumpLoad8(room + 8), a2 = NumpLoad8(room + 16);
+    uint64_t b0 = NumpLoad8(room + 24), b1 = NumpLoad8(room + 32), b2 = NumpLoad8(room + 40);
+    // No digit above 99 (the largest byte of the two areas tells), and some
+    // digit in each.
+    Bytes16 v0, v1, v2;
+    std::memcpy(&v0, room, 16);
+    std::memcpy(&v1, room + 16, 16);
+    std::memcpy(&v2, room + 32, 16);
+    Bytes16 m = v0 > v1 ? v0 : v1;
+    m = m > v2 ? m : v2;
+    if (anyByteSet(m > 99) || !(a0 | a1 | a2) || !(b0 | b1 | b2)) return false;
     NumpArea x = {__builtin_bswap64(a0), __builtin_bswap64(a1), __builtin_bswap64(a2)};
     NumpArea y = {__builtin_bswap64(b0), __builtin_bswap64(b1), __builtin_bswap64(b2)};
 
     if (kAdd) { // the sum's order doesn't matter, nor its sign, which both share
-        NumpWriteArea(out, NumpAddAreas<true>(x, y), !signA, top + lead);
+        NumpWriteArea(out, NumpAddAreas<true>(x, y), !posA, top + lead);
         return true;
     }
     bool aTop = ea != eb       ? ea > eb
@@ -149,7 +169,7 @@ inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, i
                 : x.w1 != y.w1 ? x.w1 > y.w1
                                : x.w2 >= y.w2;
     NumpArea r = aTop ? NumpAddAreas<kAdd>(x, y) : NumpAddAreas<kAdd>(y, x);
-    bool negative = aTop ? !signA : !signB != flip;
+    bool negative = aTop ? !posA : !posB != flip;
     NumpWriteArea(out, r, negative, top + lead);
     return true;
 }

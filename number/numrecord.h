@@ -360,19 +360,26 @@ inline void NumpStorePlaces8(BYTE* p, uint64_t w) { NumpStore8(p, __builtin_bswa
 // place in front.
 template <bool kAdd>
 inline NumpArea NumpAddAreas(const NumpArea& x, const NumpArea& y) {
-    uint64_t s0, s1, s2;
+    const uint64_t raise = kAdd ? 156 * kNumpOnes : 0;
+    uint64_t s0 = x.w0, s1 = x.w1, s2 = x.w2, y0 = y.w0 + raise, y1 = y.w1 + raise, y2 = y.w2 + raise;
+#if defined(__x86_64__)
+    if (kAdd)
+        __asm__("addq %5, %2\n\tadcq %4, %1\n\tadcq %3, %0" : "+r"(s0), "+r"(s1), "+r"(s2) : "r"(y0), "r"(y1), "r"(y2) : "cc");
+    else
+        __asm__("subq %5, %2\n\tsbbq %4, %1\n\tsbbq %3, %0" : "+r"(s0), "+r"(s1), "+r"(s2) : "r"(y0), "r"(y1), "r"(y2) : "cc");
+#else
     if (kAdd) {
-        const uint64_t raise = 156 * kNumpOnes;
-        unsigned c2 = __builtin_add_overflow(x.w2, y.w2 + raise, &s2);
-        unsigned c1 = __builtin_add_overflow(x.w1, y.w1 + raise, &s1);
-        c1 |= __builtin_add_overflow(s1, uint64_t(c2), &s1);
-        s0 = x.w0 + y.w0 + raise + c1;
+        uint64_t c2 = __builtin_add_overflow(s2, y2, &s2);
+        uint64_t c1 = __builtin_add_overflow(s1, y1, &s1);
+        c1 += __builtin_add_overflow(s1, c2, &s1);
+        s0 += y0 + c1;
     } else {
-        unsigned c2 = __builtin_sub_overflow(x.w2, y.w2, &s2);
-        unsigned c1 = __builtin_sub_overflow(x.w1, y.w1, &s1);
-        c1 |= __builtin_sub_overflow(s1, uint64_t(c2), &s1);
-        s0 = x.w0 - y.w0 - c1;
+        uint64_t c2 = __builtin_sub_overflow(s2, y2, &s2);
+        uint64_t c1 = __builtin_sub_overflow(s1, y1, &s1);
+        c1 += __builtin_sub_overflow(s1, c2, &s1);
+        s0 -= y0 + c1;
     }
+#endif
     auto base100 = [](uint64_t w) { return w - (w >> 7 & kNumpOnes) * 156; };
     return {base100(s0), base100(s1), base100(s2)};
 }
