@@ -101,12 +101,14 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
 
 // Sixteen bytes side by side (SSE2 registers where the target has them).
 typedef BYTE Bytes16 __attribute__((vector_size(16)));
-inline bool anyByteSet(Bytes16 v) {
+inline bool anyAbove99(Bytes16 v) {
 #ifdef __SSE2__
-    return _mm_movemask_epi8(__m128i(v)) != 0;
+    __m128i over = _mm_subs_epu8(__m128i(v), _mm_set1_epi8(99));
+    return _mm_movemask_epi8(_mm_cmpeq_epi8(over, _mm_setzero_si128())) != 0xFFFF;
 #else
+    Bytes16 above = v > 99;
     uint64_t h[2];
-    std::memcpy(h, &v, 16);
+    std::memcpy(h, &above, 16);
     return (h[0] | h[1]) != 0;
 #endif
 }
@@ -128,7 +130,7 @@ inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative
 // addMagnitudes, which takes every other case; false when it must. `flip`:
 // b's sign is turned (subtraction).
 template <bool kAdd>
-inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, int lb, bool flip) {
+__attribute__((always_inline)) inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, int lb, bool flip) {
     // Bit 7 of the exponent byte is set for a positive record; E is the
     // byte's low 7 bits, complemented when negative.
     int posA = da[0] >> 7, posB = db[0] >> 7;
@@ -156,7 +158,7 @@ inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, i
     std::memcpy(&v2, room + 32, 16);
     Bytes16 m = v0 > v1 ? v0 : v1;
     m = m > v2 ? m : v2;
-    if (anyByteSet(m > 99) || !(a0 | a1 | a2) || !(b0 | b1 | b2)) return false;
+    if (anyAbove99(m) || !(a0 | a1 | a2) || !(b0 | b1 | b2)) return false;
     NumpArea x = {__builtin_bswap64(a0), __builtin_bswap64(a1), __builtin_bswap64(a2)};
     NumpArea y = {__builtin_bswap64(b0), __builtin_bswap64(b1), __builtin_bswap64(b2)};
 
@@ -164,10 +166,7 @@ inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, i
         NumpWriteArea(out, NumpAddAreas<true>(x, y), !posA, top + lead);
         return true;
     }
-    bool aTop = ea != eb       ? ea > eb
-                : x.w0 != y.w0 ? x.w0 > y.w0
-                : x.w1 != y.w1 ? x.w1 > y.w1
-                               : x.w2 >= y.w2;
+    bool aTop = ea > eb || (ea == eb && (x.w0 != y.w0 ? x.w0 > y.w0 : x.w1 != y.w1 ? x.w1 > y.w1 : x.w2 >= y.w2));
     NumpArea r = aTop ? NumpAddAreas<kAdd>(x, y) : NumpAddAreas<kAdd>(y, x);
     bool negative = aTop ? !posA : !posB != flip;
     NumpWriteArea(out, r, negative, top + lead);
@@ -186,7 +185,7 @@ __attribute__((noinline)) int addUnpacked(tagNUMBER* out, const tagNUMBER* a, co
     return aTop ? addMagnitudes(out, x, y, add, negative) : addMagnitudes(out, y, x, add, negative);
 }
 
-inline int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
+__attribute__((always_inline)) inline int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
     int la, lb;
     if (NumpPlainLengths(a, b, &la, &lb)) {
         bool add = (a->abData[0] < 0x80) == ((b->abData[0] < 0x80) != subtract);

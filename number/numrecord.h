@@ -359,7 +359,7 @@ inline void NumpStorePlaces8(BYTE* p, uint64_t w) { NumpStore8(p, __builtin_bswa
 // leaves place 0 is dropped: nothing for a sum, whose place 0 is the empty
 // place in front.
 template <bool kAdd>
-inline NumpArea NumpAddAreas(const NumpArea& x, const NumpArea& y) {
+inline NumpArea NumpAddAreas(NumpArea x, NumpArea y) {
     const uint64_t raise = kAdd ? 156 * kNumpOnes : 0;
     uint64_t s0 = x.w0, s1 = x.w1, s2 = x.w2, y0 = y.w0 + raise, y1 = y.w1 + raise, y2 = y.w2 + raise;
 #if defined(__x86_64__)
@@ -386,7 +386,7 @@ inline NumpArea NumpAddAreas(const NumpArea& x, const NumpArea& y) {
 
 // Zero, and a rounding that carries out of place 0: NumpWriteNormal of all
 // 24 places (numpack.cpp).
-void NumpWritePlaces(tagNUMBER* out, BYTE* work, bool negative, int exponent);
+void NumpWritePlaces(tagNUMBER* out, uint64_t w0, uint64_t w1, uint64_t w2, bool negative, int exponent);
 
 // NumpWriteNormal of the 24 places of `r` (0..99 each, exponent E for place
 // 0), in words: the first place above 0 and the last come from the words'
@@ -395,42 +395,55 @@ void NumpWritePlaces(tagNUMBER* out, BYTE* work, bool negative, int exponent);
 // first of them is 50 or more, 1 is added at the last place kept, carried
 // as NumpAddAreas carries. Zero, and a carry out of place 0, are left to
 // NumpWriteNormal itself; the bytes are the same either way.
-inline void NumpWriteArea(tagNUMBER* out, const NumpArea& area, bool negative, int exponent) {
-    alignas(8) BYTE work[kNumpPlaces];
-    NumpArea r = area;
-    if (r.w0 == 0) goto whole;
-    {
-        int first = __builtin_clzll(r.w0) >> 3;
-        if (first <= int(negative)) {
-            // The last place kept is 21 or 22: the places behind it are the
-            // last one or two bytes of w2.
-            int behind = 8 * (kNumpPlaces - first - NUM_MAX_DIGITS_POS + negative);
-            uint64_t dropped = r.w2 & ((1ull << behind) - 1);
-            r.w2 -= dropped;
-            if (dropped >> (behind - 8) >= 50) {
-                if ((r.w2 >> behind & 0xFF) < 99) { // the last place kept takes the 1
-                    r.w2 += 1ull << behind;
-                } else {
-                    r = NumpAddAreas<true>(r, {0, 0, 1ull << behind});
-                    if (r.w0 == 0) goto whole;
-                    first = __builtin_clzll(r.w0) >> 3;
-                }
+__attribute__((always_inline)) inline void NumpWriteArea(tagNUMBER* out, NumpArea r, bool negative, int exponent) {
+    if (r.w0 == 0) return NumpWritePlaces(out, r.w0, r.w1, r.w2, negative, exponent);
+    int first = __builtin_clzll(r.w0) >> 3;
+    if (first <= int(negative)) {
+        // The last place kept is 22 (21 for a negative whose first place is
+        // 0): the places behind it are the last one or two bytes of w2.
+        int behind = int(negative) > first ? 16 : 8;
+        uint64_t unit = 1ull << behind; // 1 in the last place kept
+        uint64_t dropped = r.w2 & (unit - 1);
+        r.w2 -= dropped;
+        if (dropped >> (behind - 8) >= 50) {
+            if ((r.w2 >> behind & 0xFF) < 99) { // the last place kept takes the 1
+                r.w2 += unit;
+            } else {
+                NumpArea kept = r;
+                r = NumpAddAreas<true>(r, {0, 0, unit});
+                if (r.w0 == 0) return NumpWritePlaces(out, kept.w0, kept.w1, kept.w2 + dropped, negative, exponent);
+                first = __builtin_clzll(r.w0) >> 3;
             }
         }
-        int last = r.w2 ? 23 - (__builtin_ctzll(r.w2) >> 3)
-                 : r.w1 ? 15 - (__builtin_ctzll(r.w1) >> 3)
-                        : 7 - (__builtin_ctzll(r.w0) >> 3);
-        NumpStorePlaces8(work, r.w0);
-        NumpStorePlaces8(work + 8, r.w1);
-        NumpStorePlaces8(work + 16, r.w2);
-        NumpWriteDigits(out, work + first, last + 1 - first, negative, exponent - first);
+    }
+    // 23 digits, positive, in places 1..23 or 0..22: the record's 24 data
+    // bytes are the area, moved a place on in the second case, with the
+    // exponent byte in place 0.
+    unsigned place23 = r.w2 & 0xFF, place22 = r.w2 >> 8 & 0xFF;
+    if (!negative && (first == 1 ? place23 != 0 : first == 0 && place22 != 0 && place23 == 0) &&
+        unsigned(exponent - first - NUM_MIN_EXP) <= NUM_MAX_EXP - NUM_MIN_EXP) {
+        uint64_t head = uint64_t(0x80 + exponent - first) << 56;
+        if (first == 0) {
+            head |= r.w0 >> 8;
+            r.w2 = r.w2 >> 8 | r.w1 << 56;
+            r.w1 = r.w1 >> 8 | r.w0 << 56;
+        } else {
+            head |= r.w0;
+        }
+        NumpStorePlaces8(out->abData, head);
+        NumpStorePlaces8(out->abData + 8, r.w1);
+        NumpStorePlaces8(out->abData + 16, r.w2);
+        out->bLength = 24;
         return;
     }
-whole:
-    NumpStorePlaces8(work, area.w0);
-    NumpStorePlaces8(work + 8, area.w1);
-    NumpStorePlaces8(work + 16, area.w2);
-    NumpWritePlaces(out, work, negative, exponent);
+    int last = r.w2 ? 23 - (__builtin_ctzll(r.w2) >> 3)
+             : r.w1 ? 15 - (__builtin_ctzll(r.w1) >> 3)
+                    : 7 - (__builtin_ctzll(r.w0) >> 3);
+    alignas(8) BYTE work[kNumpPlaces];
+    NumpStorePlaces8(work, r.w0);
+    NumpStorePlaces8(work + 8, r.w1);
+    NumpStorePlaces8(work + 16, r.w2);
+    NumpWriteDigits(out, work + first, last + 1 - first, negative, exponent - first);
 }
 
 #endif
