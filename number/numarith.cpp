@@ -5,7 +5,7 @@
 
 #include <cstdint>
 #include <cstring>
-#ifdef __SSE2__
+#if defined(__SSE2__) && !defined(OXL_NUM_PORTABLE)
 #include <emmintrin.h>
 #endif
 
@@ -102,7 +102,7 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
 // Sixteen bytes side by side (SSE2 registers where the target has them).
 typedef BYTE Bytes16 __attribute__((vector_size(16)));
 inline bool anyAbove99(Bytes16 v) {
-#ifdef __SSE2__
+#if defined(__SSE2__) && !defined(OXL_NUM_PORTABLE)
     __m128i over = _mm_subs_epu8(__m128i(v), _mm_set1_epi8(99));
     return _mm_movemask_epi8(_mm_cmpeq_epi8(over, _mm_setzero_si128())) != 0xFFFF;
 #else

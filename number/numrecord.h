@@ -362,7 +362,7 @@ template <bool kAdd>
 inline NumpArea NumpAddAreas(NumpArea x, NumpArea y) {
     const uint64_t raise = kAdd ? 156 * kNumpOnes : 0;
     uint64_t s0 = x.w0, s1 = x.w1, s2 = x.w2, y0 = y.w0 + raise, y1 = y.w1 + raise, y2 = y.w2 + raise;
-#if defined(__x86_64__)
+#if defined(__x86_64__) && !defined(OXL_NUM_PORTABLE)
     if (kAdd)
         __asm__("addq %5, %2\n\tadcq %4, %1\n\tadcq %3, %0" : "+r"(s0), "+r"(s1), "+r"(s2) : "r"(y0), "r"(y1), "r"(y2) : "cc");
     else

@@ -2,6 +2,7 @@
 // the division works in. x86_64 divides with one instruction, other 64-bit
 // targets through the compiler's 128-bit integers; without those (i686) the
 // portable forms below, which the tests hold to the same results.
+// OXL_NUM_PORTABLE takes the portable forms everywhere (for the tests).
 #ifndef OXL_NUMBER_NUMWIDE_H
 #define OXL_NUMBER_NUMWIDE_H
 
@@ -34,7 +35,7 @@ inline uint64_t NumpDivWidePortable(uint64_t hi, uint64_t lo, uint64_t d, uint64
     return q;
 }
 
-#ifdef __SIZEOF_INT128__
+#if defined(__SIZEOF_INT128__) && !defined(OXL_NUM_PORTABLE)
 inline uint64_t NumpMulWide(uint64_t a, uint64_t b, uint64_t* lo) {
     unsigned __int128 p = (unsigned __int128)a * b;
     *lo = uint64_t(p);
@@ -46,12 +47,12 @@ inline uint64_t NumpMulWide(uint64_t a, uint64_t b, uint64_t* lo) { return NumpM
 
 // hi:lo / d for hi < d; the remainder in *remainder.
 inline uint64_t NumpDivWide(uint64_t hi, uint64_t lo, uint64_t d, uint64_t* remainder) {
-#if defined(__x86_64__)
+#if defined(__x86_64__) && !defined(OXL_NUM_PORTABLE)
     uint64_t q, r;
     __asm__("divq %4" : "=a"(q), "=d"(r) : "a"(lo), "d"(hi), "rm"(d) : "cc");
     *remainder = r;
     return q;
-#elif defined(__SIZEOF_INT128__)
+#elif defined(__SIZEOF_INT128__) && !defined(OXL_NUM_PORTABLE)
     unsigned __int128 n = (unsigned __int128)hi << 64 | lo;
     uint64_t q = uint64_t(n / d);
     *remainder = lo - q * d;
