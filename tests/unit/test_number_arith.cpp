@@ -54,7 +54,10 @@ TEST(NumArithmetic, WorkedCases) {
         {NumAddition, "+", "#82 C1 05", "#92 C1 05 06 07", "02 C1 0A"}, {NumAddition, "+", "#02 C1 64", "99", "03 C2 01 63"},
         {NumSubtract, "-", "#06 C3 01 17 D6 43 50", "#00", "06 C3 01 19 0E 43 50"},
         {NumAddition, "+", "#00 3E 63 65", "5", "02 C1 05"}, {NumSubtract, "-", "5", "#01 3E 63 65", "02 C1 05"},
+        // 150.75 - 0.8 digit by digit, a borrow: 149 95, whose carry out of 149 takes the last digit's place
+        {NumSubtract, "-", "#03 C1 96 4B", "0.8", "03 C2 01 31"},
         {NumMultiply, "*", "#02 C1 96", "1", "03 C2 01 32"}, // 1.5 x 100 with its digit above 99, times 1
+        {NumMultiply, "*", "#05 C1 96 05 07 09", "1", "06 C2 01 32 05 07 09"}, // 150.050709: its fourth digit
         {NumMultiply, "*", "#04 C1 96 05 07", "1.01", "06 C2 01 33 37 0C 07"}, // 150.0507 x 1.01, the digits as limbs
         {NumMultiply, "*", "#87 C1 01 02 03 04 05 06", "2.0000000001", "0C C1 02 04 06 08 0A 0D 02 03 04 05 06"}, // limbs, unpacked
         {NumMultiply, "*", "#00", "5", "01 C0"}, {NumMultiply, "*", "1e100", "1e100", "02 FC 01"},
