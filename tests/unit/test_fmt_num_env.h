@@ -1,0 +1,76 @@
+// Settings for the number picture tests: blocks with settings of their own
+// (A and B), and the regional settings of five kinds of user written into a
+// scripted profile store, with the thread's currency forms dropped so that
+// they are built again from that store.
+#ifndef OXL_TESTS_FMT_NUM_ENV_H
+#define OXL_TESTS_FMT_NUM_ENV_H
+
+#include "format/numpicint.h"
+#include "core/libstate.h"
+#include "core/tls.h"
+#include "intl_env.h"
+#include "../support/scripted_profile.h"
+
+#include <string>
+#include <vector>
+
+struct Settings { const char* name; const char* symbol; DWORD iCurrency, iNegCurr; char thousand, decimal; };
+constexpr Settings kA = {"A", "$", 0, 0, ',', '.'};
+constexpr Settings kB = {"B", "DM", 3, 8, '.', ','};
+
+inline FMTCNTLBLOCK BlockOf(const Settings& s, const char* picture = nullptr, char* output = nullptr) {
+    FMTCNTLBLOCK b;
+    FMTInitCntlBlock(&b);
+    b.lpszCurrency = const_cast<char*>(s.symbol);
+    b.iCurrency = s.iCurrency;
+    b.iNegCurr = s.iNegCurr;
+    b.chThousand = s.thousand;
+    b.chDecimal = s.decimal;
+    b.bLeadZero = 1;
+    b.nDigits = 2;
+    b.lpszPicture = const_cast<char*>(picture);
+    b.lpszOutput = output;
+    return b;
+}
+
+// A user's section "intl" as that user has it.
+struct Locale { const char* name; std::vector<ProfileEntry> intl; };
+inline std::vector<ProfileEntry> Intl(const char* thousand, const char* decimal, const char* symbol, const char* iCurrency,
+                                      const char* iNegCurr, const char* iCurrDigits) {
+    return {{"intl", "sThousand", thousand}, {"intl", "sDecimal", decimal},   {"intl", "sCurrency", symbol},
+            {"intl", "iCurrency", iCurrency}, {"intl", "iNegCurr", iNegCurr}, {"intl", "iCurrDigits", iCurrDigits},
+            {"intl", "iDigits", "2"},        {"intl", "iLzero", "1"}};
+}
+inline const Locale kUS = {"US", Intl(",", ".", "$", "0", "0", "2")};
+inline const Locale kGerman = {"German", Intl(".", ",", "DM", "3", "8", "2")};
+inline const Locale kFrench = {"French", Intl(" ", ",", "F", "3", "8", "2")};
+inline const Locale kSwiss = {"Swiss", Intl("'", ".", "SFr.", "2", "2", "2")};
+inline const Locale kJapan = {"Japanese", Intl(",", ".", "\\", "0", "1", "0")};
+
+// The locale's store in force, the cached profile marked stale and the
+// thread's currency forms dropped, on the way in and out.
+class LocaleUnder {
+public:
+    explicit LocaleUnder(const Locale& l) : m_store(l.intl) { Fresh(); }
+    ~LocaleUnder() { Fresh(); }
+    static void Fresh() {
+        FMTWinIniChanged();
+        TLS_Free(gTLSNumPicSlot.Index());
+    }
+
+private:
+    ScriptedProfile m_store;
+};
+
+inline tagNUMBER Num(const char* text) {
+    tagNUMBER n;
+    NumAsciiToNumber(&n, text);
+    return n;
+}
+inline std::string Text(const tagNUMBER& n) {
+    char buffer[128];
+    NumToAscii(&n, buffer, 108);
+    return buffer;
+}
+
+#endif
