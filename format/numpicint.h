@@ -78,6 +78,35 @@ struct FMTOut {
     }
 };
 
+// ---- formatting ------------------------------------------------------------
+
+// Places FMTNumToFixed writes at most, and the room its text needs.
+constexpr int FMT_FIXED_PLACES_MAX = 322;
+constexpr int FMT_FIXED_ROOM = 110 + FMT_FIXED_PLACES_MAX;
+
+// What a section's text says about its digits.
+struct FMTNUMPICINFO {
+    LONG nFracPlaces;      // placeholders behind the decimal character
+    LONG nFracZeros;       // of them "0"
+    LONG nIntZeros;        // "0" placeholders ahead of it
+    DWORD bGroup;          // a thousands character in the run is followed by a placeholder
+    const char* pszSuffix; // the text behind the digit run, or null
+};
+FMTNUMPICINFO FMTAnalyzeNumberPic(const char* section, char thousand, char decimal);
+// The value with exactly `places` (0 to 322) fraction digits and "." as the
+// point; empty for a null number. `buffer` holds FMT_FIXED_ROOM bytes.
+void FMTNumToFixed(const tagNUMBER* value, int places, char* buffer);
+// The symbol and the sign round a text (which may start with "-").
+void FMTAddCurrency(const char* text, const char* symbol, char* output, bool symbolBehind, bool withSpace,
+                    LONG iNegCurr);
+// The worker under a picture (user form); 1, or 0 for no value, a null or
+// empty picture or a null output.
+int FMTFormatPicture(char* output, const char* picture, char decimal, char thousand, bool useProfile,
+                     const tagNUMBER* value, int hasValue);
+LONG FMTMaxSectionLen(const char* section, LONG maxDigits);
+// value x 10^power in steps the engine's power of ten takes; null when out of range.
+void FMTScaleBy10(tagNUMBER* value, int power);
+
 // Bytes of the character at p: 2 for a lead byte with a trail, else 1 (0 at the end).
 size_t FMTCharBytes(const char* p);
 // `form` is not empty and the text at p starts with it.
