@@ -14,6 +14,10 @@
 //   oxl conv VALUE           a number through every binary conversion and back
 //   oxl shm SIZE             the machine's shared heap, opened (or created with
 //                            SIZE bytes), driven by commands read from stdin
+//   oxl num SETTINGS VALUE [PICTURE]   a number as plain text, currency ("$") or
+//                            under a picture, stored under one set of settings and
+//                            shown under another (us/de); oxl num SETTINGS read
+//                            TEXT [PICTURE] reads a typed text back (oxl_num.cpp)
 //   oxl help                 what each command does
 //
 // Misuse is told on the error stream, with exit status 2. Numbers are read
@@ -420,6 +424,9 @@ struct Command {
     const char* what;
 };
 int cmdHelp(int, char**);
+} // namespace
+int OxlNum(int argc, char** argv); // oxl_num.cpp
+namespace {
 constexpr Command kCommands[] = {
     {"tour", cmdTour, 0, 0, "", "a short walk through what the library does"},
     {"small", cmdSmall, 1, -1, "N...", "the records NumCreateSmall makes of integers (-99 to 99), byte by byte"},
@@ -436,6 +443,10 @@ constexpr Command kCommands[] = {
     {"shm", cmdShm, 1, 1, "SIZE",
      "the machine's shared heap (created with SIZE bytes when new); commands on\n"
      "                  stdin: alloc N, free ADDR, check ADDR, checkall, show, quit"},
+    {"num", OxlNum, 2, 4, "SET ...",
+     "SETTINGS VALUE [PICTURE] or SETTINGS read TEXT [PICTURE]: a number as plain\n"
+     "                  text, currency (\"$\") or under a picture, and read back; SETTINGS us,\n"
+     "                  de, fr, ch, ja or profile, or us/de: stored under us, shown under de"},
     {"help", cmdHelp, 0, 0, "", "this text"},
 };
 
@@ -488,6 +499,7 @@ bool convert(const char* to, const char* from, const std::string& text, std::str
 
 bool toLibrary(int argc, char** argv, std::vector<std::string>* held) {
     const char* terminal = nl_langinfo(CODESET);
+    held->reserve(size_t(argc)); // argv points into the strings: they must not move
     for (int i = 0; i < argc; ++i) {
         held->emplace_back();
         if (!convert(libraryPage(), terminal, argv[i], &held->back())) {
