@@ -11,6 +11,7 @@
 #include "intl_env.h"
 #include "../support/scripted_profile.h"
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -22,30 +23,29 @@ inline FMTCNTLBLOCK BlockOf(const Settings& s, const char* picture = nullptr, ch
     FMTCNTLBLOCK b;
     FMTInitCntlBlock(&b);
     b.lpszCurrency = const_cast<char*>(s.symbol);
-    b.iCurrency = s.iCurrency;
-    b.iNegCurr = s.iNegCurr;
-    b.chThousand = s.thousand;
-    b.chDecimal = s.decimal;
-    b.bLeadZero = 1;
-    b.nDigits = 2;
-    b.lpszPicture = const_cast<char*>(picture);
-    b.lpszOutput = output;
+    b.iCurrency = s.iCurrency, b.iNegCurr = s.iNegCurr, b.chThousand = s.thousand, b.chDecimal = s.decimal;
+    b.bLeadZero = 1, b.nDigits = 2;
+    b.lpszPicture = const_cast<char*>(picture), b.lpszOutput = output;
+    return b;
+}
+inline FMTCNTLBLOCK ProfileBlock(const char* picture, char* output) {
+    FMTCNTLBLOCK b;
+    FMTInitCntlBlock(&b);
+    b.bUseProfile = 1, b.lpszPicture = const_cast<char*>(picture), b.lpszOutput = output;
     return b;
 }
 
 // A user's section "intl" as that user has it.
 struct Locale { const char* name; std::vector<ProfileEntry> intl; };
-inline std::vector<ProfileEntry> Intl(const char* thousand, const char* decimal, const char* symbol, const char* iCurrency,
-                                      const char* iNegCurr, const char* iCurrDigits) {
-    return {{"intl", "sThousand", thousand}, {"intl", "sDecimal", decimal},   {"intl", "sCurrency", symbol},
-            {"intl", "iCurrency", iCurrency}, {"intl", "iNegCurr", iNegCurr}, {"intl", "iCurrDigits", iCurrDigits},
-            {"intl", "iDigits", "2"},        {"intl", "iLzero", "1"}};
+inline Locale User(const char* name, const char* thousand, const char* decimal, const char* symbol, const char* iCurrency,
+                   const char* iNegCurr, const char* iCurrDigits) {
+    return {name, {{"intl", "sThousand", thousand}, {"intl", "sDecimal", decimal}, {"intl", "sCurrency", symbol},
+                   {"intl", "iCurrency", iCurrency}, {"intl", "iNegCurr", iNegCurr}, {"intl", "iCurrDigits", iCurrDigits},
+                   {"intl", "iDigits", "2"}, {"intl", "iLzero", "1"}}};
 }
-inline const Locale kUS = {"US", Intl(",", ".", "$", "0", "0", "2")};
-inline const Locale kGerman = {"German", Intl(".", ",", "DM", "3", "8", "2")};
-inline const Locale kFrench = {"French", Intl(" ", ",", "F", "3", "8", "2")};
-inline const Locale kSwiss = {"Swiss", Intl("'", ".", "SFr.", "2", "2", "2")};
-inline const Locale kJapan = {"Japanese", Intl(",", ".", "\\", "0", "1", "0")};
+inline const Locale kUS = User("US", ",", ".", "$", "0", "0", "2"), kGerman = User("German", ".", ",", "DM", "3", "8", "2"),
+                    kFrench = User("French", " ", ",", "F", "3", "8", "2"), kSwiss = User("Swiss", "'", ".", "SFr.", "2", "2", "2"),
+                    kJapan = User("Japanese", ",", ".", "\\", "0", "1", "0");
 
 // The locale's store in force, the cached profile marked stale and the
 // thread's currency forms dropped, on the way in and out.
@@ -53,10 +53,7 @@ class LocaleUnder {
 public:
     explicit LocaleUnder(const Locale& l) : m_store(l.intl) { Fresh(); }
     ~LocaleUnder() { Fresh(); }
-    static void Fresh() {
-        FMTWinIniChanged();
-        TLS_Free(gTLSNumPicSlot.Index());
-    }
+    static void Fresh() { FMTWinIniChanged(), TLS_Free(gTLSNumPicSlot.Index()); }
 
 private:
     ScriptedProfile m_store;
@@ -71,6 +68,12 @@ inline std::string Text(const tagNUMBER& n) {
     char buffer[128];
     NumToAscii(&n, buffer, 108);
     return buffer;
+}
+// Bytes from their Hex() form.
+inline std::string FromHex(const char* hex) {
+    std::string s;
+    for (char* end; *hex; hex = end) s += char(std::strtol(hex, &end, 16));
+    return s;
 }
 
 #endif

@@ -27,20 +27,12 @@ std::string FormatAs(const Settings& s, LONG type, const char* value, DWORD lead
 
 TEST(FmtNumFormat, PlainAndCurrency) {
     const struct { LONG type; const char* value; DWORD leadZero; const char* a; const char* b; } rows[] = {
-        {FMT_NUMBER, "1234.5", 1, "1,234.50", "1.234,50"},
-        {FMT_NUMBER, "-1234.5", 1, "-1,234.50", "-1.234,50"},
-        {FMT_NUMBER, ".5", 1, "0.50", "0,50"},
-        {FMT_NUMBER, ".5", 0, ".50", ",50"},
-        {FMT_NUMBER, "-.5", 0, "-.50", "-,50"},
-        {FMT_NUMBER, "-.5", 1, "-0.50", "-0,50"},
-        {FMT_NUMBER, "-123", 1, "-123.00", "-123,00"},
-        {FMT_NUMBER, "123456", 1, "123,456.00", "123.456,00"},
-        {FMT_NUMBER, "1234567", 1, "1,234,567.00", "1.234.567,00"},
-        {FMT_NUMBER, "0.999", 1, "1.00", "1,00"},
-        {FMT_NUMBER, "-0.001", 1, "0.00", "0,00"},
-        {FMT_NUMBER, "1", 1, "1.00", "1,00"},
-        {FMT_CURRENCY, "1234.5", 1, "$1,234.50", "1.234,50 DM"},
-        {FMT_CURRENCY, "-1234.5", 1, "($1,234.50)", "-1.234,50 DM"},
+        {FMT_NUMBER, "1234.5", 1, "1,234.50", "1.234,50"}, {FMT_NUMBER, "-1234.5", 1, "-1,234.50", "-1.234,50"},
+        {FMT_NUMBER, ".5", 1, "0.50", "0,50"}, {FMT_NUMBER, ".5", 0, ".50", ",50"}, {FMT_NUMBER, "-.5", 0, "-.50", "-,50"},
+        {FMT_NUMBER, "-.5", 1, "-0.50", "-0,50"}, {FMT_NUMBER, "-123", 1, "-123.00", "-123,00"},
+        {FMT_NUMBER, "123456", 1, "123,456.00", "123.456,00"}, {FMT_NUMBER, "1234567", 1, "1,234,567.00", "1.234.567,00"},
+        {FMT_NUMBER, "0.999", 1, "1.00", "1,00"}, {FMT_NUMBER, "-0.001", 1, "0.00", "0,00"}, {FMT_NUMBER, "1", 1, "1.00", "1,00"},
+        {FMT_CURRENCY, "1234.5", 1, "$1,234.50", "1.234,50 DM"}, {FMT_CURRENCY, "-1234.5", 1, "($1,234.50)", "-1.234,50 DM"},
         {FMT_PICTURE, "1234.5", 1, "1,234.50", "1.234,50"}, // no picture: a plain number
     };
     for (const auto& r : rows) {
@@ -51,46 +43,30 @@ TEST(FmtNumFormat, PlainAndCurrency) {
     EXPECT_EQ(FormatAs(kA, FMT_PICTURE, "1234.5", 1, ""), "1,234.50") << "the empty picture";
 }
 
-TEST(FmtNumFormat, EveryNegativeCurrencyForm) {
-    const char* expected[] = {"($1.5)", "-$1.5", "$-1.5", "$1.5-", "(1.5$)", "-1.5$",
-                              "1.5-$",  "1.5$-", "-1.5 $", "-$ 1.5", "1.5 $-"};
-    for (DWORD form = 0; form <= 10; ++form) {
-        Settings s = {"forms", "$", 0, form, 0, '.'};
-        FMTCNTLBLOCK b = BlockOf(s);
-        b.nType = FMT_CURRENCY;
-        b.nDigits = 1;
-        b.numValue = Num("-1.5");
-        EXPECT_EQ(Format(b), expected[form]) << "currency -1.5 under iNegCurr " << form;
-    }
+TEST(FmtNumFormat, EveryCurrencyForm) {
+    const char* negative[] = {"($1.5)", "-$1.5", "$-1.5", "$1.5-", "(1.5$)", "-1.5$", "1.5-$", "1.5$-", "-1.5 $", "-$ 1.5", "1.5 $-"};
     const char* positive[] = {"$1.5", "1.5$", "$ 1.5", "1.5 $"};
-    for (DWORD pos = 0; pos <= 3; ++pos) {
-        Settings s = {"positions", "$", pos, 0, 0, '.'};
-        FMTCNTLBLOCK b = BlockOf(s);
-        b.nType = FMT_CURRENCY;
-        b.nDigits = 1;
+    for (DWORD n = 0; n <= 10; ++n) {
+        FMTCNTLBLOCK b = BlockOf({"forms", "$", n % 4, n, 0, '.'});
+        b.nType = FMT_CURRENCY, b.nDigits = 1, b.numValue = Num("-1.5");
+        EXPECT_EQ(Format(b), negative[n]) << "currency -1.5 under iNegCurr " << n;
         b.numValue = Num("1.5");
-        EXPECT_EQ(Format(b), positive[pos]) << "currency 1.5 under iCurrency " << pos;
+        EXPECT_EQ(Format(b), positive[n % 4]) << "currency 1.5 under iCurrency " << n % 4;
     }
 }
 
 TEST(FmtNumFormat, AllDigitsAndRefusals) {
     FMTCNTLBLOCK b = BlockOf(kA);
-    b.nType = FMT_NUMBER;
-    b.dwFlags |= FMTF_ALLDIGITS;
-    b.numValue = Num("1234.56789");
+    b.nType = FMT_NUMBER, b.dwFlags |= FMTF_ALLDIGITS, b.numValue = Num("1234.56789");
     EXPECT_EQ(Format(b), "1,234.56789") << "FMTF_ALLDIGITS";
     b.numValue = Num("1234");
     EXPECT_EQ(Format(b), "1,234") << "FMTF_ALLDIGITS, no fraction";
     b.numValue.bLength = 0;
     EXPECT_EQ(Format(b), "") << "a null number";
-    b.dwFlags &= ~DWORD(FMTF_NUMBERVALUE);
-    b.numValue = Num("1");
+    b.dwFlags &= ~DWORD(FMTF_NUMBERVALUE), b.numValue = Num("1");
     Format(b, 0);
     b.dwFlags |= FMTF_NUMBERVALUE;
-    for (LONG type : {FMT_NONE, FMT_DATE, 0, 7}) {
-        b.nType = type;
-        Format(b, 0);
-    }
+    for (LONG type : {FMT_NONE, FMT_DATE, 0, 7}) b.nType = type, Format(b, 0);
 }
 
 struct PicRow { const char* picture; const char* value; const char* text; };
@@ -145,67 +121,51 @@ TEST(FmtNumFormat, ThousandsBlankAndTokenizedPictures) {
 
 TEST(FmtNumFormat, AStoredPictureUnderEachUser) {
     const std::string stored = "\x03\x0F#\x01##0\x02" "00\x10;\x05\x0F#\x01##0\x02" "00\x10\x06";
-    const struct { const Locale* locale; const char* positive; const char* negative; const char* plain; const char* currency; } rows[] = {
-        {&kUS, "$1,234.50", "($1,234.50)", "1,234.50", "$1,234.50"},
-        {&kGerman, "1.234,50 DM", "-1.234,50 DM", "1.234,50", "1.234,50 DM"},
-        {&kFrench, "1 234,50 F", "-1 234,50 F", "1 234,50", "1 234,50 F"},
-        {&kSwiss, "SFr. 1'234.50", "SFr.-1'234.50", "1'234.50", "SFr. 1'234.50"},
-        {&kJapan, "\\1,234.50", "-\\1,234.50", "1,234.50", "\\1,235"},
+    const struct { const Locale* locale; const char* texts[4]; } rows[] = { // +1234.5, -1234.5 stored, plain, currency
+        {&kUS, {"$1,234.50", "($1,234.50)", "1,234.50", "$1,234.50"}},
+        {&kGerman, {"1.234,50 DM", "-1.234,50 DM", "1.234,50", "1.234,50 DM"}},
+        {&kFrench, {"1 234,50 F", "-1 234,50 F", "1 234,50", "1 234,50 F"}},
+        {&kSwiss, {"SFr. 1'234.50", "SFr.-1'234.50", "1'234.50", "SFr. 1'234.50"}},
+        {&kJapan, {"\\1,234.50", "-\\1,234.50", "1,234.50", "\\1,235"}},
     };
+    const struct { LONG type; const char* value; } calls[] = {
+        {FMT_PICTURE, "1234.5"}, {FMT_PICTURE, "-1234.5"}, {FMT_NUMBER, "1234.5"}, {FMT_CURRENCY, "1234.5"}};
     for (const auto& r : rows) {
         LocaleUnder l(*r.locale);
-        FMTCNTLBLOCK b;
-        FMTInitCntlBlock(&b);
-        b.bUseProfile = 1;
-        b.nType = FMT_PICTURE;
-        b.lpszPicture = const_cast<char*>(stored.c_str());
-        b.numValue = Num("1234.5");
-        EXPECT_EQ(Format(b), r.positive) << "stored picture, 1234.5, under " << r.locale->name;
-        b.numValue = Num("-1234.5");
-        EXPECT_EQ(Format(b), r.negative) << "stored picture, -1234.5, under " << r.locale->name;
-        b.numValue = Num("1234.5");
-        b.nType = FMT_NUMBER;
-        EXPECT_EQ(Format(b), r.plain) << "plain 1234.5 under " << r.locale->name;
-        b.nType = FMT_CURRENCY;
-        EXPECT_EQ(Format(b), r.currency) << "currency 1234.5 under " << r.locale->name;
+        for (int i = 0; i < 4; ++i) {
+            FMTCNTLBLOCK b = ProfileBlock(stored.c_str(), nullptr);
+            b.nType = calls[i].type, b.numValue = Num(calls[i].value);
+            EXPECT_EQ(Format(b), r.texts[i]) << "type " << calls[i].type << ", " << calls[i].value << " under " << r.locale->name;
+        }
     }
 }
 
 TEST(FmtNumFormat, MaxFormattedLength) {
     LocaleUnder us(kUS);
     const struct { const char* picture; LONG maxDigits, minLength, length; } rows[] = {
-        {"#,##0.00", 7, 0, 13}, {"0.00E+00", 7, 0, 9}, {"#,##0.00", 7, 20, 20}, {"#", 1, 0, 2}, {"#", 4, 0, 5},
-        {"#,###", 4, 0, 6}, {"#,###", 3, 0, 4}, {"00000", 3, 0, 6}, {"0.0#%", 3, 0, 10}, {"'ab'#", 3, 0, 8},
-        {"#_)", 3, 0, 5}, {"#_", 3, 0, 5}, {"#;(#)", 3, 0, 5}, {"#;(#);\"zero long\"", 3, 0, 14},
-        {"0.0##E+00", 2, 0, 9}, {"0.0##E+00", 9, 0, 10}, {"$", 7, 0, 15}, {"", 5, 0, 6},
-        {"0.0##E+00;x", 2, 0, 8},
+        {"#,##0.00", 7, 0, 13}, {"0.00E+00", 7, 0, 9}, {"#,##0.00", 7, 20, 20}, {"#", 1, 0, 2}, {"#", 4, 0, 5}, {"#,###", 4, 0, 6},
+        {"#,###", 3, 0, 4}, {"00000", 3, 0, 6}, {"0.0#%", 3, 0, 10}, {"'ab'#", 3, 0, 8}, {"#_)", 3, 0, 5}, {"#_", 3, 0, 5},
+        {"#;(#)", 3, 0, 5}, {"#;(#);\"zero long\"", 3, 0, 14}, {"0.0##E+00", 2, 0, 9}, {"0.0##E+00", 9, 0, 10},
+        {"$", 7, 0, 15}, {"", 5, 0, 6}, {"0.0##E+00;x", 2, 0, 8}, {nullptr, 4, 0, 5},
     };
     for (const auto& r : rows)
         EXPECT_EQ(FMTGetMaxFormattedNumLen(const_cast<char*>(r.picture), r.maxDigits, r.minLength), r.length)
-            << "FMTGetMaxFormattedNumLen(\"" << r.picture << "\", " << r.maxDigits << ", " << r.minLength << ")";
-    EXPECT_EQ(FMTGetMaxFormattedNumLen(nullptr, 4, 0), 5) << "a null picture";
+            << "FMTGetMaxFormattedNumLen(\"" << (r.picture ? r.picture : "(null)") << "\", " << r.maxDigits << ", " << r.minLength << ")";
 }
 
 TEST(FmtNumFormat, StrToNumber) {
     FMTCNTLBLOCK b = BlockOf(kA);
-    char text[] = "2.5";
-    b.lpszInput = text;
-    EXPECT_EQ(FMTStrToNumber(&b), 1);
-    EXPECT_EQ(b.dblValue, 2.5) << "FMTStrToNumber(\"2.5\")";
-    char empty[] = "";
-    b.lpszInput = empty;
-    b.dblValue = 1.0; // 3FF0 0000 0000 0000
-    EXPECT_EQ(FMTStrToNumber(&b), 1);
-    unsigned long long bits;
-    std::memcpy(&bits, &b.dblValue, sizeof bits);
-    EXPECT_EQ(bits, 0x7FF8000000000000ull) << "FMTStrToNumber(\"\") on 1.0";
-    b.dblValue = 0.5; // 3FE0 0000 0000 0000: only the top 16 bits change
-    std::memcpy(&bits, &b.dblValue, sizeof bits);
-    bits |= 0x1234;
-    std::memcpy(&b.dblValue, &bits, sizeof bits);
-    FMTStrToNumber(&b);
-    std::memcpy(&bits, &b.dblValue, sizeof bits);
-    EXPECT_EQ(bits, 0x7FF8000000001234ull) << "FMTStrToNumber(\"\") keeps the low bits";
+    const struct { const char* input; unsigned long long before, after; } rows[] = {
+        {"2.5", 0, 0x4004000000000000ull}, {"", 0x3FF0000000000000ull, 0x7FF8000000000000ull},
+        {"", 0x3FE0000000001234ull, 0x7FF8000000001234ull}}; // an empty text changes the top 16 bits only
+    for (const auto& r : rows) {
+        unsigned long long bits = r.before;
+        std::memcpy(&b.dblValue, &bits, sizeof bits);
+        b.lpszInput = const_cast<char*>(r.input);
+        EXPECT_EQ(FMTStrToNumber(&b), 1);
+        std::memcpy(&bits, &b.dblValue, sizeof bits);
+        EXPECT_EQ(bits, r.after) << "FMTStrToNumber(\"" << r.input << "\") on " << std::hex << r.before;
+    }
 }
 
 } // namespace

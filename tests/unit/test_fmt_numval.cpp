@@ -10,21 +10,14 @@
 
 namespace {
 
-// The value read, as plain text, or "invalid".
-std::string Validate(const Settings& s, LONG type, const char* text) {
-    FMTCNTLBLOCK b = BlockOf(s);
-    b.nType = type;
-    b.lpszInput = const_cast<char*>(text);
-    b.numValue.bLength = 0;
-    return FMTValidateNumber(&b) ? Text(b.numValue) : "invalid";
-}
-
-struct ReadRow { const char* text; const char* value; };
-
-void CheckValidate(const Settings& s, LONG type, std::initializer_list<ReadRow> rows) {
-    for (const ReadRow& r : rows)
-        EXPECT_EQ(Validate(s, type, r.text), r.value)
-            << "FMTValidateNumber(\"" << r.text << "\") as " << (type == FMT_NUMBER ? "number" : "currency") << " under " << s.name;
+// Each text read as `type`: its value as plain text, or "invalid".
+void CheckValidate(const Settings& s, LONG type, std::initializer_list<std::pair<const char*, const char*>> rows) {
+    for (const auto& [text, value] : rows) {
+        FMTCNTLBLOCK b = BlockOf(s);
+        b.nType = type, b.lpszInput = const_cast<char*>(text), b.numValue.bLength = 0;
+        EXPECT_EQ(FMTValidateNumber(&b) ? Text(b.numValue) : "invalid", value)
+            << "FMTValidateNumber(\"" << text << "\") as " << (type == FMT_NUMBER ? "number" : "currency") << " under " << s.name;
+    }
 }
 
 TEST(FmtNumValidate, NumbersUnderA) {
@@ -38,46 +31,37 @@ TEST(FmtNumValidate, NumbersUnderA) {
         {"1E709", "invalid"}, {"", "invalid"}, {"1e5x", "invalid"}, {"1e+-5", "invalid"}, {"1,2345", "invalid"},
         {"12,345.5", "12345.5"}, {"1,234,567", "1234567"}, {"e5", "invalid"},
     });
-    const Settings blank = {"thousands blank", "", 0, 0, ' ', ','};
-    CheckValidate(blank, FMT_NUMBER, {{"1.5", "1.5"}, {"1 234,5", "1234.5"}, {"1,5", "1.5"}, {"1 23", "invalid"}});
-    const Settings none = {"no separators", "", 0, 0, 0, 0};
-    CheckValidate(none, FMT_NUMBER, {{"1234.5", "1234.5"}, {"1,234", "invalid"}});
+    CheckValidate({"thousands blank", "", 0, 0, ' ', ','}, FMT_NUMBER, {{"1.5", "1.5"}, {"1 234,5", "1234.5"}, {"1,5", "1.5"}, {"1 23", "invalid"}});
+    CheckValidate({"no separators", "", 0, 0, 0, 0}, FMT_NUMBER, {{"1234.5", "1234.5"}, {"1,234", "invalid"}});
 }
 
 TEST(FmtNumValidate, Refusals) {
     FMTCNTLBLOCK b = BlockOf(kA);
-    char text[] = "5";
-    b.lpszInput = text;
+    b.lpszInput = const_cast<char*>("5");
     for (LONG type : {FMT_NONE, FMT_PICTURE, FMT_DATE}) {
         b.nType = type;
         EXPECT_EQ(FMTValidateNumber(&b), 0) << "nType " << type;
     }
-    b.nType = FMT_NUMBER;
-    b.dwFlags &= ~DWORD(FMTF_NUMBERVALUE);
+    b.nType = FMT_NUMBER, b.dwFlags &= ~DWORD(FMTF_NUMBERVALUE);
     EXPECT_EQ(FMTValidateNumber(&b), 0) << "FMTF_NUMBERVALUE clear";
-    b.dwFlags |= FMTF_NUMBERVALUE;
-    b.lpszInput = nullptr;
+    b.dwFlags |= FMTF_NUMBERVALUE, b.lpszInput = nullptr;
     EXPECT_EQ(FMTValidateNumber(&b), 0) << "a null text";
 }
 
 TEST(FmtNumValidate, CurrencyUnderAAndB) {
     CheckValidate(kA, FMT_CURRENCY, {
         {"$1,234.50", "1234.5"}, {"1,234.50", "1234.5"}, {"($1,234.50)", "-1234.5"}, {"-$1,234.50", "-1234.5"},
-        {"$-1,234.50", "-1234.5"}, {"$1,234.50-", "-1234.5"}, {"(1,234.50$)", "-1234.5"}, {"$ 5", "5"},
-        {"5$", "invalid"}, {"--5", "invalid"}, {"(-5)", "invalid"}, {"(-5-)", "invalid"}, {" ($5) ", "-5"},
-    });
-    CheckValidate(kB, FMT_CURRENCY, {
-        {"1.234,50 DM", "1234.5"}, {"1.234,50", "1234.5"}, {"-1.234,50 DM", "-1234.5"}, {"(5 DM)", "-5"},
-        {"DM 5", "invalid"}, {"5 DM-", "-5"},
-    });
+        {"$-1,234.50", "-1234.5"}, {"$1,234.50-", "-1234.5"}, {"(1,234.50$)", "-1234.5"}, {"$ 5", "5"}, {"5$", "invalid"},
+        {"--5", "invalid"}, {"(-5)", "invalid"}, {"(-5-)", "invalid"}, {" ($5) ", "-5"}});
+    CheckValidate(kB, FMT_CURRENCY, {{"1.234,50 DM", "1234.5"}, {"1.234,50", "1234.5"}, {"-1.234,50 DM", "-1234.5"},
+                                     {"(5 DM)", "-5"}, {"DM 5", "invalid"}, {"5 DM-", "-5"}});
 }
 
 struct UnformatRow { const char* picture; const char* text; const char* value; };
 
 void CheckUnformat(const Settings& s, std::initializer_list<UnformatRow> rows) {
     for (const UnformatRow& r : rows) {
-        char out[128];
-        std::memset(out, 'Z', sizeof out);
+        char out[128] = "Z";
         FMTCNTLBLOCK b = BlockOf(s, r.picture, out);
         b.lpszInput = const_cast<char*>(r.text);
         LONG result = FMTUnformatNumberStr(&b);
@@ -108,105 +92,71 @@ TEST(FmtNumUnformat, PicturesUnderA) {
 TEST(FmtNumUnformat, TokenizedPicturesAndRefusals) {
     CheckUnformat(kB, {{"\x03\x0F#\x01##0\x02" "00\x10", "1.234,50 DM", "1234.5"},
                        {"\x03\x0F#\x01##0\x02" "00\x10;\x05\x0F#\x01##0\x02" "00\x10\x06", "-1.234,50 DM", "-1234.5"}});
-    char out[16] = "Z";
-    FMTCNTLBLOCK b = BlockOf(kA, "#", out);
-    char text[] = "5";
-    b.lpszInput = text;
-    b.dwFlags &= ~DWORD(FMTF_NUMBERVALUE);
-    EXPECT_EQ(FMTUnformatNumberStr(&b), 0) << "FMTF_NUMBERVALUE clear";
-    EXPECT_STREQ(out, "") << "output after a refusal";
-    b.dwFlags |= FMTF_NUMBERVALUE;
-    char empty[] = "";
-    for (char** field : {&b.lpszInput, &b.lpszPicture}) {
-        char* saved = *field;
-        *field = nullptr;
-        EXPECT_EQ(FMTUnformatNumberStr(&b), 0) << "a null field";
-        *field = empty;
-        EXPECT_EQ(FMTUnformatNumberStr(&b), 0) << "an empty field";
-        *field = saved;
+    char out[16], text[] = "5", empty[] = "", picture[] = "#";
+    FMTCNTLBLOCK b = BlockOf(kA, picture, out);
+    const struct { DWORD flags; char *input, *picture, *output; } rows[] = {
+        {0, text, picture, out}, {FMTF_NUMBERVALUE, nullptr, picture, out}, {FMTF_NUMBERVALUE, empty, picture, out},
+        {FMTF_NUMBERVALUE, text, nullptr, out}, {FMTF_NUMBERVALUE, text, empty, out}, {FMTF_NUMBERVALUE, text, picture, nullptr}};
+    for (const auto& r : rows) {
+        std::strcpy(out, "Z");
+        b.dwFlags = r.flags, b.lpszInput = r.input, b.lpszPicture = r.picture, b.lpszOutput = r.output;
+        EXPECT_EQ(FMTUnformatNumberStr(&b), 0) << "refusal " << (&r - rows);
+        EXPECT_STREQ(out, r.output ? "" : "Z") << "output after refusal " << (&r - rows);
     }
-    b.lpszOutput = nullptr;
-    EXPECT_EQ(FMTUnformatNumberStr(&b), 0) << "a null output";
 }
 
 // ---- property: what is written reads back --------------------------------------
 
-struct Generated {
-    std::string picture; // tokenised
-    int places[2];       // of the positive and the negative section
-    bool percent[2];
-};
-
-Generated Generate(std::mt19937& rng, bool needFraction) {
+// A tokenised picture of one or two sections, with the places and the "%"
+// of each; a currency form behind the run would stand before a "%", so the
+// two don't meet. Under a blank thousands character (`point`) a currency
+// behind a run without a point loses its blank to the run and can't be
+// read back, so every run has a point there.
+struct Generated { std::string picture; int places; bool percent[2]; };
+Generated Generate(std::mt19937& rng, bool point) {
     auto pick = [&](std::initializer_list<const char*> list) { return list.begin()[rng() % list.size()]; };
-    const char* integer = pick({"#", "0", "#\x01##0", "##0", "#\x01###", "00"});
-    const char* fraction = needFraction ? pick({"\x02" "0", "\x02" "00", "\x02##", "\x02" "0#"})
-                                        : pick({"", "\x02" "0", "\x02" "00", "\x02##", "\x02" "0#"});
-    int places = int(std::strlen(fraction)) - (*fraction ? 1 : 0);
-    const char* suffix = pick({"", "%", "' kg'", "_)", "%' x'"});
-    const char* prefix = pick({"", "'ab '", "\x03"});
-    if (*prefix == '\x03' && *suffix == '%') suffix = ""; // a currency behind the run would stand before the "%"
-    bool percent = *suffix == '%';
-    std::string run = std::string("\x0F") + integer + fraction + "\x10";
-    std::string positive = prefix + run + suffix;
-    Generated g{positive, {places, places}, {percent, percent}};
-    switch (rng() % 4) {
-    case 0: break;
-    case 1: g.picture += ";(" + run + ")"; g.percent[1] = false; break;
-    case 2: g.picture += ";-'ab '" + run + suffix; break;
-    case 3: g.picture += ";\x05" + run + "\x06"; g.percent[1] = false; break;
-    }
+    const char* fraction = pick({"\x02" "0", "\x02" "00", "\x02##", "\x02" "0#", ""});
+    if (point && !*fraction) fraction = "\x02" "0";
+    const char *suffix = pick({"", "%", "' kg'", "_)", "%' x'"}), *prefix = pick({"", "'ab '", "\x03"});
+    if (*prefix == '\x03' && *suffix == '%') suffix = "";
+    std::string run = std::string("\x0F") + pick({"#", "0", "#\x01##0", "##0", "#\x01###", "00"}) + fraction + "\x10";
+    Generated g{prefix + run + suffix, int(std::strlen(fraction)) - (*fraction ? 1 : 0), {*suffix == '%', false}};
+    const char* negative[] = {"", ";(#)", ";-'ab '#" , ";\x05#\x06"}; // "#" stands for the run
+    std::string second = negative[rng() % 4];
+    if (size_t at = second.find('#'); at != std::string::npos) second.replace(at, 1, run + (second[1] == '-' ? suffix : ""));
+    g.percent[1] = second[1] == '-' && *suffix == '%';
+    g.picture += second;
     return g;
 }
 
 tagNUMBER RandomValue(std::mt19937& rng) {
     std::string text = rng() % 2 ? "-" : "";
-    int digits = int(rng() % 7);
-    for (int i = 0; i < digits; ++i) text += char('0' + rng() % 10);
-    text += ".";
+    for (int i = int(rng() % 7); i > 0; --i) text += char('0' + rng() % 10);
+    text += ".0";
     for (int i = int(rng() % 5); i > 0; --i) text += char('0' + rng() % 10);
-    text += "0";
     return Num(text.c_str());
-}
-
-// The value as the section rounds it: to its places, after the factor 100 of a "%".
-tagNUMBER Rounded(const tagNUMBER& v, int places, bool percent) {
-    tagNUMBER r = v;
-    if (percent) NumPower10(&r, &r, 2);
-    NumRound(&r, &r, places);
-    if (percent) NumPower10(&r, &r, -2);
-    return r;
 }
 
 TEST(FmtNumProperty, WhatIsWrittenReadsBackAsThePictureRoundedIt) {
     std::mt19937 rng(20261124);
     for (const Locale* locale : {&kUS, &kGerman, &kFrench, &kSwiss, &kJapan}) {
         LocaleUnder l(*locale);
-        // Under a blank thousands character a currency behind a run without a point
-        // loses its blank (the run takes it), so those pictures do not read back.
-        bool needFraction = locale == &kFrench;
         for (int i = 0; i < 1500; ++i) {
-            Generated g = Generate(rng, needFraction);
-            tagNUMBER v = RandomValue(rng);
+            Generated g = Generate(rng, locale == &kFrench);
+            tagNUMBER v = RandomValue(rng), expected = v;
             char text[128], user[128], plain[160];
-            FMTCNTLBLOCK b;
-            FMTInitCntlBlock(&b);
-            b.bUseProfile = 1;
-            b.nType = FMT_PICTURE;
-            b.lpszPicture = const_cast<char*>(g.picture.c_str());
-            b.lpszOutput = user;
+            FMTCNTLBLOCK b = ProfileBlock(g.picture.c_str(), user);
             FMTUnTokenizeNumberPic(&b);
-            b.lpszOutput = text;
-            b.numValue = v;
+            b.nType = FMT_PICTURE, b.lpszOutput = text, b.numValue = v;
             ASSERT_EQ(FMTFormatNumber(&b), 1);
-            std::string where = "picture " + Hex(g.picture) + " (\"" + user + "\") under " + locale->name +
-                                ", value " + Text(v) + ", text \"" + text + "\"";
+            std::string where = "picture \"" + std::string(user) + "\" under " + locale->name + ", value " + Text(v) + ", text \"" + text + "\"";
             EXPECT_GE(FMTGetMaxFormattedNumLen(user, 7, 0), LONG(std::strlen(text))) << where;
-            bool negative = Text(v)[0] == '-' && g.picture.find(';') != std::string::npos;
-            tagNUMBER expected = Rounded(v, g.places[negative], g.percent[negative]);
-            b.lpszInput = text;
-            b.lpszOutput = plain;
-            b.numValue.bLength = 0;
+            // As the section rounds it: to its places, after the factor 100 of a "%".
+            bool percent = g.percent[Text(v)[0] == '-' && g.picture.find(';') != std::string::npos];
+            NumPower10(&expected, &expected, percent ? 2 : 0);
+            NumRound(&expected, &expected, g.places);
+            NumPower10(&expected, &expected, percent ? -2 : 0);
+            b.lpszInput = text, b.lpszOutput = plain, b.numValue.bLength = 0;
             ASSERT_EQ(FMTUnformatNumberStr(&b), 1) << where;
             EXPECT_EQ(NumCompare(&b.numValue, &expected), 0) << where << ": read " << Text(b.numValue) << ", expected " << Text(expected);
         }
