@@ -32,7 +32,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     std::string user = Translate(FMTUnTokenizeNumberPic, b, tokens, 10 * tokens.size() + 1);
     Translate(FMTUnTokenizeNumberPic, b, in.picture, 10 * n + 1);
     Translate(FMTCnvOldNumberPic, b, in.picture, 10 * n + 1);
-    if (valid && !FMTIsNumberPicTokenized(in.picture.c_str()) && user.size() < 64) {
+    // A symbol made of picture characters (digits, quotes, signs) is one no
+    // locale has: the round trip is judged for the others.
+    bool plainSymbol = in.symbol.find_first_of("#0123456789;'\"_-()%\\") == std::string::npos;
+    if (valid && plainSymbol && !FMTIsNumberPicTokenized(in.picture.c_str()) && user.size() < 64) {
         b.lpszPicture = const_cast<char*>(user.c_str());
         FuzzRequire(FMTIsNumberPicValid(&b) == 1);
     }

@@ -19,21 +19,15 @@ struct Settings { const char* name; const char* symbol; DWORD iCurrency, iNegCur
 constexpr Settings kA = {"A", "$", 0, 0, ',', '.'};
 constexpr Settings kB = {"B", "DM", 3, 8, '.', ','};
 
-inline FMTCNTLBLOCK BlockOf(const Settings& s, const char* picture = nullptr, char* output = nullptr) {
+inline FMTCNTLBLOCK BlockOf(const Settings& s, const char* picture = nullptr, char* output = nullptr, DWORD useProfile = 0) {
     FMTCNTLBLOCK b;
     FMTInitCntlBlock(&b);
-    b.lpszCurrency = const_cast<char*>(s.symbol);
-    b.iCurrency = s.iCurrency, b.iNegCurr = s.iNegCurr, b.chThousand = s.thousand, b.chDecimal = s.decimal;
-    b.bLeadZero = 1, b.nDigits = 2;
+    b.lpszCurrency = const_cast<char*>(s.symbol), b.iCurrency = s.iCurrency, b.iNegCurr = s.iNegCurr;
+    b.chThousand = s.thousand, b.chDecimal = s.decimal, b.bLeadZero = 1, b.nDigits = 2, b.bUseProfile = useProfile;
     b.lpszPicture = const_cast<char*>(picture), b.lpszOutput = output;
     return b;
 }
-inline FMTCNTLBLOCK ProfileBlock(const char* picture, char* output) {
-    FMTCNTLBLOCK b;
-    FMTInitCntlBlock(&b);
-    b.bUseProfile = 1, b.lpszPicture = const_cast<char*>(picture), b.lpszOutput = output;
-    return b;
-}
+inline FMTCNTLBLOCK ProfileBlock(const char* picture, char* output) { return BlockOf({}, picture, output, 1); }
 
 // A user's section "intl" as that user has it.
 struct Locale { const char* name; std::vector<ProfileEntry> intl; };
@@ -59,16 +53,8 @@ private:
     ScriptedProfile m_store;
 };
 
-inline tagNUMBER Num(const char* text) {
-    tagNUMBER n;
-    NumAsciiToNumber(&n, text);
-    return n;
-}
-inline std::string Text(const tagNUMBER& n) {
-    char buffer[128];
-    NumToAscii(&n, buffer, 108);
-    return buffer;
-}
+inline tagNUMBER Num(const char* text) { tagNUMBER n; return NumAsciiToNumber(&n, text), n; }
+inline std::string Text(const tagNUMBER& n) { char b[128]; return NumToAscii(&n, b, 108) > 0 ? b : ""; }
 // Bytes from their Hex() form.
 inline std::string FromHex(const char* hex) {
     std::string s;

@@ -10,18 +10,14 @@
 namespace {
 
 std::string Format(FMTCNTLBLOCK& b, LONG expectedResult = 1) {
-    char out[256];
-    std::memset(out, 'Z', sizeof out);
+    char out[256] = "Z";
     b.lpszOutput = out;
     EXPECT_EQ(FMTFormatNumber(&b), expectedResult);
     return out;
 }
-
 std::string FormatAs(const Settings& s, LONG type, const char* value, DWORD leadZero = 1, const char* picture = nullptr) {
     FMTCNTLBLOCK b = BlockOf(s, picture);
-    b.nType = type;
-    b.bLeadZero = leadZero;
-    b.numValue = Num(value);
+    b.nType = type, b.bLeadZero = leadZero, b.numValue = Num(value);
     return Format(b);
 }
 
@@ -72,12 +68,8 @@ TEST(FmtNumFormat, AllDigitsAndRefusals) {
 struct PicRow { const char* picture; const char* value; const char* text; };
 
 void CheckPictures(const Settings& s, std::initializer_list<PicRow> rows) {
-    for (const PicRow& r : rows) {
-        FMTCNTLBLOCK b = BlockOf(s, r.picture);
-        b.nType = FMT_PICTURE;
-        b.numValue = Num(r.value);
-        EXPECT_EQ(Format(b), r.text) << "FMTFormatNumber(\"" << r.picture << "\", " << r.value << ") under " << s.name;
-    }
+    for (const PicRow& r : rows)
+        EXPECT_EQ(FormatAs(s, FMT_PICTURE, r.value, 1, r.picture), r.text) << "FMTFormatNumber(\"" << r.picture << "\", " << r.value << ") under " << s.name;
 }
 
 TEST(FmtNumFormat, PicturesUnderA) {
@@ -153,18 +145,15 @@ TEST(FmtNumFormat, MaxFormattedLength) {
             << "FMTGetMaxFormattedNumLen(\"" << (r.picture ? r.picture : "(null)") << "\", " << r.maxDigits << ", " << r.minLength << ")";
 }
 
-TEST(FmtNumFormat, StrToNumber) {
-    FMTCNTLBLOCK b = BlockOf(kA);
+TEST(FmtNumFormat, StrToNumber) { // an empty text changes the top 16 bits only
     const struct { const char* input; unsigned long long before, after; } rows[] = {
-        {"2.5", 0, 0x4004000000000000ull}, {"", 0x3FF0000000000000ull, 0x7FF8000000000000ull},
-        {"", 0x3FE0000000001234ull, 0x7FF8000000001234ull}}; // an empty text changes the top 16 bits only
+        {"2.5", 0, 0x4004000000000000ull}, {"", 0x3FE0000000001234ull, 0x7FF8000000001234ull}};
     for (const auto& r : rows) {
+        FMTCNTLBLOCK b = BlockOf(kA);
         unsigned long long bits = r.before;
-        std::memcpy(&b.dblValue, &bits, sizeof bits);
-        b.lpszInput = const_cast<char*>(r.input);
+        std::memcpy(&b.dblValue, &bits, sizeof bits), b.lpszInput = const_cast<char*>(r.input);
         EXPECT_EQ(FMTStrToNumber(&b), 1);
-        std::memcpy(&bits, &b.dblValue, sizeof bits);
-        EXPECT_EQ(bits, r.after) << "FMTStrToNumber(\"" << r.input << "\") on " << std::hex << r.before;
+        EXPECT_EQ((std::memcpy(&bits, &b.dblValue, sizeof bits), bits), r.after) << "FMTStrToNumber(\"" << r.input << "\")";
     }
 }
 
