@@ -53,6 +53,7 @@ TEST(FmtNumPic, UntokenizeUnderOtherSettings) {
         {kTokenRows[2].tokens, &kB, "#.##0,00;(#.##0,00)"}, {kTokenRows[2].tokens, &kA, "#,##0.00_);(#,##0.00)"},
         {"0F 23 10 0E 04", &kB, "#"}, {"0F 23 10 0E 04", &kA, "#"}, {"0F 23 10 0E 78", &kA, "#_x"}, {"0F 23 10 0E", &kA, "#_"},
         {"3B 3B 03 0F 23 10 06", &kA, ";;$($#)"}, {"0F 23 01 23 23 30 10 3B 2D 0F 23 10", &kB, "#.##0;-#"},
+        {"0F 23 10 3B 0F 23 10 06", &kA, "#;($#)"}, // a negative suffix alone brings its prefix ahead of the run
     };
     for (const auto& r : rows)
         EXPECT_EQ(Translated(FMTUnTokenizeNumberPic, *r.under, FromHex(r.tokens)), r.user)
