@@ -28,15 +28,10 @@ inline bool FuzzNumSplit(const unsigned char* data, size_t size, FuzzNumInput& i
     FMTCNTLBLOCK& k = in.block;
     std::memset(&k, 0, sizeof k);
     FMTInitCntlBlock(&k);
-    k.chThousand = kThousand[data[0] % 5];
-    k.chDecimal = kDecimal[data[0] / 5 % 3];
+    k.chThousand = kThousand[data[0] % 5], k.chDecimal = kDecimal[data[0] / 5 % 3];
     if (k.chDecimal == k.chThousand) k.chThousand = 0;
-    k.iCurrency = data[1] % 4;
-    k.iNegCurr = data[1] / 4 % 11;
-    k.bLeadZero = data[2] & 1;
-    k.nDigits = data[2] >> 1;
-    k.lpszCurrency = const_cast<char*>(in.symbol.c_str());
-    k.lpszPicture = const_cast<char*>(in.picture.c_str());
+    k.iCurrency = data[1] % 4, k.iNegCurr = data[1] / 4 % 11, k.bLeadZero = data[2] & 1, k.nDigits = data[2] >> 1;
+    k.lpszCurrency = const_cast<char*>(in.symbol.c_str()), k.lpszPicture = const_cast<char*>(in.picture.c_str());
     return true;
 }
 
