@@ -17,6 +17,10 @@
 //   oxl date TEXT [PICTURE]  a typed date read into a DATDEF and written back
 //                            (options: settings in place of the profile's)
 //   oxl profile              the regional settings in force (FMTGetProfileIntl)
+//   oxl num SETTINGS VALUE [PICTURE]   a number as plain text, currency ("$") or
+//                            under a picture, stored under one set of settings and
+//                            shown under another (us/de); oxl num SETTINGS read
+//                            TEXT [PICTURE] reads a typed text back (oxl_num.cpp)
 //   oxl help                 what each command does
 //
 // Misuse is told on the error stream, with exit status 2. Numbers are read
@@ -452,6 +456,9 @@ struct Command {
     const char* what;
 };
 int cmdHelp(int, char**);
+} // namespace
+int OxlNum(int argc, char** argv); // oxl_num.cpp
+namespace {
 constexpr Command kCommands[] = {
     {"tour", cmdTour, 0, 0, "", "a short walk through what the library does"},
     {"small", cmdSmall, 1, -1, "N...", "the records NumCreateSmall makes of integers (-99 to 99), byte by byte"},
@@ -474,6 +481,10 @@ constexpr Command kCommands[] = {
      "                  DATDEF, its flags, the picture that read it) and written back;\n"
      "                  OPTIONS give settings in place of the profile's: --short PIC\n"
      "                  --long PIC --24h --sep S --country N --type date|time|datetime"},
+    {"num", OxlNum, 2, 4, "SET ...",
+     "SETTINGS VALUE [PICTURE] or SETTINGS read TEXT [PICTURE]: a number as plain\n"
+     "                  text, currency (\"$\") or under a picture, and read back; SETTINGS us,\n"
+     "                  de, fr, ch, ja or profile, or us/de: stored under us, shown under de"},
     {"help", cmdHelp, 0, 0, "", "this text"},
 };
 
