@@ -29,7 +29,8 @@ std::string Described(const FMTCNTLBLOCK& b) {
            " " + text(b.lpsz2359) + ", on " + ShowDate(b.datDef);
 }
 
-struct FormatRow { LONG nType; DATDEF d; Change setup; int result; const char* out; }; // out null: the buffer untouched
+// The result is 1 when a text is written; out null: 0 and the buffer untouched; "": 0 and an empty text.
+struct FormatRow { DATDEF d; Change setup; const char* out; LONG nType = FMT_DATE; };
 
 void ExpectFormats(std::initializer_list<FormatRow> rows, int localeNames = 0) {
     for (const FormatRow& r : rows) {
@@ -38,7 +39,7 @@ void ExpectFormats(std::initializer_list<FormatRow> rows, int localeNames = 0) {
         std::string what = Described(b.b);
         int got = FMTFormatDateTime(b.get(), localeNames);
         std::string want = r.out ? r.out : std::string(sizeof b.out - 1, '~');
-        EXPECT_EQ(std::make_pair(got, Hex(b.out)), std::make_pair(r.result, Hex(want))) << "FMTFormatDateTime of " << what << ": " << b.out;
+        EXPECT_EQ(std::make_pair(got, Hex(b.out)), std::make_pair(r.out && *r.out ? 1 : 0, Hex(want))) << "FMTFormatDateTime of " << what << ": " << b.out;
     }
 }
 
@@ -47,25 +48,23 @@ TEST(FMTFormatDateTime, Pictures) {
     auto sep = [](const char* t, DWORD flags) { return [=](FMTCNTLBLOCK& b) { b.b24Hour = 1, b.dwFlags |= flags, b.lpszTimeSep = const_cast<char*>(t); }; };
     const char* const kFull = "hhhh:mm:ss.mmmmmm";
     ExpectFormats({
-        {FMT_DATE, kJan1, nullptr, 1, "Saturday, January 01, 2000"}, {FMT_DATE, kJan1, Style(1), 1, "1/1/00"},
-        {FMT_DATE, D(9, 9, 2000), Pic("d dd M MM"), 1, "9 09 9 09"}, {FMT_DATE, D(10, 10, 2000), Pic("d dd M MM"), 1, "10 10 10 10"},
-        {FMT_DATE, D(1, 1, 5), Pic("yy yyyy"), 1, "05 0005"}, {FMT_DATE, D(1, 1, 12345), Pic("yy yyyy"), 1, "45 12345"},
-        {FMT_DATE, D(1, 1, 10), Pic("yy yyyy"), 1, "10 0010"}, {FMT_DATE, D(12, 31, 1999), Pic("ddd MMM"), 1, "Fri Dec"},
-        {FMT_DATE, D(13, 1, 2000), Pic("'['MMMM']'"), 1, "[]"}, {FMT_DATE, kJan1, Pic("d  'of' M, yyyy'\x94\x4E'"), 1, "1  of 1, 2000\x94\x4E"},
-        {FMT_DATE, kJan1, Pic("yyy"), 0, ""}, {FMT_DATE, kJan1, Pic(nullptr), 0, ""}, {FMT_DATE, kJan1, Style(4), 0, ""},
-        {0, kJan1, nullptr, 0, nullptr}, {4, kJan1, nullptr, 0, nullptr}, {FMT_DATE, kJan1, Profile(0), 0, ""},
-        {FMT_DATETIME, k130509, Style(1), 1, "1/1/00 1:05:09 PM"}, {FMT_DATETIME, At(0, 5, 9), Style(1), 1, "1/1/00 12:05:09 AM"},
-        {FMT_DATETIME, k130509, [](FMTCNTLBLOCK& b) { b.iDateType = 1, b.bTimeLeadZero = 1; }, 1, "1/1/00 01:05:09 PM"},
-        {FMT_DATETIME, At(12, 5, 9), Style(1), 1, "1/1/00 12:05:09 PM"}, {FMT_DATETIME, At(11), Style(1), 1, "1/1/00 11:00:00 AM"},
-        {FMT_DATETIME, k130509, [](FMTCNTLBLOCK& b) { b.iDateType = 1, b.dwFlags = 0; }, 1, "1/1/00"},
-        {FMT_TIME, At(7, 5, 9, 123), sep(".", FMTF_MICROSECONDS), 1, "7.05.09.000123"}, {FMT_TIME, At(7, 5, 9), sep("::::", 0), 1, "7::05::09"},
-        {FMT_TIME, At(7), Pic("hhhh"), 1, "7"}, {FMT_TIME, At(7), Zero("hhhh"), 1, "07"}, {FMT_TIME, At(10), Zero("hhhh"), 1, "10"},
-        {FMT_TIME, At(7), Zero("hhhh", FMTF_NOHOURZERO), 1, "7"}, {FMT_TIME, At(7), Zero("hhh h"), 1, "7 7"}, {FMT_TIME, At(21), Zero("hh"), 1, "09"},
-        {FMT_TIME, At(0, 9, 10), Pic("mm ss"), 1, "09 10"}, {FMT_TIME, At(7), Pic("h", 0, 2), 0, ""}, {FMT_TIME, kJan1, Pic("S"), 0, ""},
-        {FMT_TIME, At(7), [](FMTCNTLBLOCK& b) { b.dwFlags = 0, b.iDateType = 1, b.lpszShortPic = const_cast<char*>("h"); }, 1, "7"},
-        {FMT_TIME, At(10, 30, 15), Pic(kFull, FMTF_OMITZEROMICRO), 1, "10:30:15"}, {FMT_TIME, At(10, 30, 15), Pic(kFull), 1, "10:30:15.000000"},
-        {FMT_TIME, At(10, 30, 15, 1), Pic(kFull, FMTF_OMITZEROMICRO), 1, "10:30:15.000001"},
-        {FMT_TIME, At(10, 30, 15, -1), Pic(kFull), 1, "10:30:15"}, {FMT_TIME, At(23), Pic("AMPM"), 1, "PM"},
+        {kJan1, nullptr, "Saturday, January 01, 2000"}, {kJan1, Style(1), "1/1/00"}, {D(9, 9, 2000), Pic("d dd M MM"), "9 09 9 09"},
+        {D(10, 10, 2000), Pic("d dd M MM"), "10 10 10 10"}, {D(1, 1, 5), Pic("yy yyyy"), "05 0005"}, {D(1, 1, 12345), Pic("yy yyyy"), "45 12345"},
+        {D(1, 1, 10), Pic("yy yyyy"), "10 0010"}, {D(12, 31, 1999), Pic("ddd MMM"), "Fri Dec"}, {D(13, 1, 2000), Pic("'['MMMM']'"), "[]"},
+        {kJan1, Pic("d  'of' M, yyyy'\x94\x4E'"), "1  of 1, 2000\x94\x4E"}, {kJan1, Pic("yyy"), ""}, {kJan1, Pic(nullptr), ""}, {kJan1, Style(4), ""},
+        {kJan1, nullptr, nullptr, 0}, {kJan1, nullptr, nullptr, 4}, {kJan1, Profile(0), ""}, {k130509, Style(1), "1/1/00 1:05:09 PM", FMT_DATETIME},
+        {At(0, 5, 9), Style(1), "1/1/00 12:05:09 AM", FMT_DATETIME},
+        {k130509, [](FMTCNTLBLOCK& b) { b.iDateType = 1, b.bTimeLeadZero = 1; }, "1/1/00 01:05:09 PM", FMT_DATETIME},
+        {At(12, 5, 9), Style(1), "1/1/00 12:05:09 PM", FMT_DATETIME}, {At(11), Style(1), "1/1/00 11:00:00 AM", FMT_DATETIME},
+        {k130509, [](FMTCNTLBLOCK& b) { b.iDateType = 1, b.dwFlags = 0; }, "1/1/00", FMT_DATETIME},
+        {At(7, 5, 9, 123), sep(".", FMTF_MICROSECONDS), "7.05.09.000123", FMT_TIME}, {At(7, 5, 9), sep("::::", 0), "7::05::09", FMT_TIME},
+        {At(7), Pic("hhhh"), "7", FMT_TIME}, {At(7), Zero("hhhh"), "07", FMT_TIME}, {At(10), Zero("hhhh"), "10", FMT_TIME},
+        {At(7), Zero("hhhh", FMTF_NOHOURZERO), "7", FMT_TIME}, {At(7), Zero("hhh h"), "7 7", FMT_TIME}, {At(21), Zero("hh"), "09", FMT_TIME},
+        {At(0, 9, 10), Pic("mm ss"), "09 10", FMT_TIME}, {At(7), Pic("h", 0, 2), "", FMT_TIME}, {kJan1, Pic("S"), "", FMT_TIME},
+        {At(7), [](FMTCNTLBLOCK& b) { b.dwFlags = 0, b.iDateType = 1, b.lpszShortPic = const_cast<char*>("h"); }, "7", FMT_TIME},
+        {At(10, 30, 15), Pic(kFull, FMTF_OMITZEROMICRO), "10:30:15", FMT_TIME}, {At(10, 30, 15), Pic(kFull), "10:30:15.000000", FMT_TIME},
+        {At(10, 30, 15, 1), Pic(kFull, FMTF_OMITZEROMICRO), "10:30:15.000001", FMT_TIME}, {At(10, 30, 15, -1), Pic(kFull), "10:30:15", FMT_TIME},
+        {At(23), Pic("AMPM"), "PM", FMT_TIME},
     });
 }
 
@@ -75,18 +74,16 @@ TEST(FMTFormatDateTime, KeywordsAndJapaneseStyles) {
     IntlUnder japanese(kJapanese);
     const DATDEF heisei1 = D(1, 8, 1989, 12), meiji0 = D(9, 7, 1868), d2000 = D(1, 5, 2000, 10, 30, 15);
     ExpectFormats({
-        {FMT_DATE, heisei1, Pic("E", FMTF_MICROSECONDS), 1, HEISEI YMD("01", "01", "08") "12:00:00 PM"},
-        {FMT_DATE, heisei1, Pic("ED"), 1, HEISEI YMD("01", "01", "08")}, {FMT_DATE, meiji0, Pic("ED"), 0, ""}, {FMT_DATE, meiji0, Pic("E"), 0, ""},
-        {FMT_DATE, At(10, 30, 15), Pic("T", FMTF_MICROSECONDS), 1, "10:30:15 AM"},
-        {FMT_DATETIME, At(10, 30, 15), Pic("T", FMTF_DEFAULTTIME), 1, "10:30:15 AM"}, {FMT_DATE, d2000, Pic("x", 0, 2), 1, YMD("2000", "01", "05")},
-        {FMT_DATE, D(11, 25, 5), Pic("x", 0, 2), 1, YMD("0005", "11", "25")},
-        {FMT_DATETIME, d2000, Pic("x", FMTF_DEFAULTTIME, 2), 1, YMD("2000", "01", "05") "10:30:15 AM"},
-        {FMT_DATETIME, d2000, Pic("x", 0, 2), 1, YMD("2000", "01", "05")}, {FMT_DATE, heisei1, Pic("x", 0, 3), 1, HEISEI YMD("01", "01", "08")},
-        {FMT_DATE, D(1, 7, 1989), Pic("x", 0, 3), 1, SHOWA YMD("64", "01", "07")},
-        {FMT_DATE, D(12, 31, 1990), Pic("x", 0, 3), 1, HEISEI YMD("02", "12", "31")},
-        {FMT_DATE, D(1, 1, 2098), Pic("x", 0, 3), 1, HEISEI YMD("10", "01", "01")}, {FMT_DATE, meiji0, Pic("x", 0, 3), 0, ""},
-        {FMT_DATETIME, D(1, 8, 1989, 22), Pic("x", FMTF_DEFAULTTIME, 3), 1, HEISEI YMD("01", "01", "08") "10:00:00 PM"},
-        {FMT_DATETIME, meiji0, Pic("x", FMTF_DEFAULTTIME, 3), 0, ""},
+        {heisei1, Pic("E", FMTF_MICROSECONDS), HEISEI YMD("01", "01", "08") "12:00:00 PM"}, {heisei1, Pic("ED"), HEISEI YMD("01", "01", "08")},
+        {meiji0, Pic("ED"), ""}, {meiji0, Pic("E"), ""}, {At(10, 30, 15), Pic("T", FMTF_MICROSECONDS), "10:30:15 AM"},
+        {At(10, 30, 15), Pic("T", FMTF_DEFAULTTIME), "10:30:15 AM", FMT_DATETIME}, {d2000, Pic("x", 0, 2), YMD("2000", "01", "05")},
+        {D(11, 25, 5), Pic("x", 0, 2), YMD("0005", "11", "25")},
+        {d2000, Pic("x", FMTF_DEFAULTTIME, 2), YMD("2000", "01", "05") "10:30:15 AM", FMT_DATETIME},
+        {d2000, Pic("x", 0, 2), YMD("2000", "01", "05"), FMT_DATETIME}, {heisei1, Pic("x", 0, 3), HEISEI YMD("01", "01", "08")},
+        {D(1, 7, 1989), Pic("x", 0, 3), SHOWA YMD("64", "01", "07")}, {D(12, 31, 1990), Pic("x", 0, 3), HEISEI YMD("02", "12", "31")},
+        {D(1, 1, 2098), Pic("x", 0, 3), HEISEI YMD("10", "01", "01")}, {meiji0, Pic("x", 0, 3), ""},
+        {D(1, 8, 1989, 22), Pic("x", FMTF_DEFAULTTIME, 3), HEISEI YMD("01", "01", "08") "10:00:00 PM", FMT_DATETIME},
+        {meiji0, Pic("x", FMTF_DEFAULTTIME, 3), "", FMT_DATETIME},
     });
     for (auto [keyword, after] : {std::pair{"E", DWORD(FMTF_MICROSECONDS | FMTF_OMITZEROMICRO)}, std::pair{"T", DWORD(0)}}) {
         DateBlock b(FMT_DATE, heisei1);
@@ -101,9 +98,9 @@ TEST(FMTFormatDateTime, ProfileAndDefaults) {
                          {"intl", "iTLZero", "1"}, {"OXLEEKIT", "sDateType", "ShortGregorian"}});
     const DATDEF d = D(3, 5, 2024, 7, 8, 9);
     ExpectFormats({
-        {FMT_DATE, d, Profile(FMTF_DEFAULTTIME), 1, "05.03.24"}, {FMT_DATE, d, Profile(FMTF_DEFAULTTIME | FMTF_LONGDATE), 1, "5 March 2024"},
-        {FMT_DATETIME, d, Profile(FMTF_DEFAULTTIME), 1, "05.03.24 07.08.09"}, {FMT_DATE, d, Pic(""), 1, "05.03.24"},
-        {FMT_DATE, d, Pic("S"), 1, "05.03.24"}, {FMT_DATE, d, Pic("L"), 1, "5 March 2024"}, {FMT_DATE, d, Pic("s"), 0, ""},
+        {d, Profile(FMTF_DEFAULTTIME), "05.03.24"}, {d, Profile(FMTF_DEFAULTTIME | FMTF_LONGDATE), "5 March 2024"},
+        {d, Profile(FMTF_DEFAULTTIME), "05.03.24 07.08.09", FMT_DATETIME}, {d, Pic(""), "05.03.24"}, {d, Pic("S"), "05.03.24"},
+        {d, Pic("L"), "5 March 2024"}, {d, Pic("s"), ""},
     });
     const struct { const char* what; int (*call)(char*, DWORD); DWORD cb; const char* want; } rows[] = {
         {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 64, "dd.MM.yy"}, {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 3, "dd"},
@@ -121,10 +118,10 @@ TEST(FMTFormatDateTime, ProfileAndDefaults) {
 TEST(FMTFormatDateTime, LocaleNames) {
     DateLocaleNames names(0x35);
     ExpectFormats({
-        {FMT_DATE, kJan1, Pic("dddd ddd"), 1, "L2F L36"}, {FMT_DATE, D(1, 2, 2000), Pic("dddd ddd"), 1, "L30 L37"}, // Saturday: day 1
-        {FMT_DATE, D(1, 3, 2000), Pic("dddd ddd"), 1, "L2A L31"}, {FMT_DATE, D(1, 7, 2000), Pic("dddd ddd"), 1, "L2E "}, // 0x35 unknown
-        {FMT_DATE, kJan1, Pic("MMMM MMM"), 1, "L38 L44"}, {FMT_DATE, D(12, 1, 2000), Pic("MMMM MMM"), 1, "L43 L4F"},
-        {FMT_DATE, D(0, 1, 2000), Pic("'['MMMM']'"), 1, "[]"}, {FMT_DATE, D(13, 1, 2000), Pic("'['MMMM']'"), 1, "[]"},
+        {kJan1, Pic("dddd ddd"), "L2F L36"}, {D(1, 2, 2000), Pic("dddd ddd"), "L30 L37"}, // Saturday: day 1
+        {D(1, 3, 2000), Pic("dddd ddd"), "L2A L31"}, {D(1, 7, 2000), Pic("dddd ddd"), "L2E "}, // 0x35 unknown
+        {kJan1, Pic("MMMM MMM"), "L38 L44"}, {D(12, 1, 2000), Pic("MMMM MMM"), "L43 L4F"}, {D(0, 1, 2000), Pic("'['MMMM']'"), "[]"},
+        {D(13, 1, 2000), Pic("'['MMMM']'"), "[]"},
     }, 1);
 }
 
