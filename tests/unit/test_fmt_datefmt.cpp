@@ -102,16 +102,18 @@ TEST(FMTFormatDateTime, ProfileAndDefaults) {
         {d, Profile(FMTF_DEFAULTTIME), "05.03.24 07.08.09", FMT_DATETIME}, {d, Pic(""), "05.03.24"}, {d, Pic("S"), "05.03.24"},
         {d, Pic("L"), "5 March 2024"}, {d, Pic("s"), ""},
     });
+    // want null: no room, the buffer untouched
     const struct { const char* what; int (*call)(char*, DWORD); DWORD cb; const char* want; } rows[] = {
         {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 64, "dd.MM.yy"}, {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 3, "dd"},
         {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 1, ""}, {"FMTGetDefaultLongDatePic", FMTGetDefaultLongDatePic, 64, "d MMMM yyyy"},
-        {"FMTGetDefaultDatePic", FMTGetDefaultDatePic, 64, "dd.MM.yy"},
+        {"FMTGetDefaultDatePic", FMTGetDefaultDatePic, 64, "dd.MM.yy"}, {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 0, nullptr},
     };
     for (const auto& r : rows) {
-        char pic[64];
-        std::memset(pic, 'Z', sizeof pic);
+        char pic[65] = {};
+        std::memset(pic, 'Z', 64);
         int got = r.call(pic, r.cb);
-        EXPECT_EQ(std::make_pair(got, std::string(pic)), std::make_pair(1, std::string(r.want))) << r.what << "(dst, " << r.cb << ")";
+        EXPECT_EQ(std::make_pair(got, std::string(pic)), std::make_pair(1, std::string(r.want ? r.want : std::string(64, 'Z'))))
+            << r.what << "(dst, " << r.cb << ")";
     }
 }
 
@@ -134,7 +136,7 @@ TEST(FMTGetMaxFormattedDTLen, Widths) {
         {FMT_DATE, marker("AMPM", true), 0, 4, 0}, {FMT_DATE, Pic("yyy"), -5, -1, 0}, {FMT_DATE, Pic("yyy"), 3, 3, 0},
         {0, nullptr, 40, -1, FMTF_DEFAULTTIME}, {4, nullptr, 40, -1, FMTF_DEFAULTTIME}, {FMT_DATE, Profile(0), 40, -1, 0},
         {FMT_DATE, Pic("ED"), 40, 16, 0}, {FMT_DATE, Pic("E", FMTF_MICROSECONDS), 0, 16 + 11, 0}, {FMT_DATE, Pic("T", FMTF_MICROSECONDS), 0, 11, 0},
-        {FMT_TIME, nullptr, 0, 11, FMTF_DEFAULTTIME},
+        {FMT_TIME, nullptr, 0, 11, FMTF_DEFAULTTIME}, {FMT_TIME, Pic("hhhh:mm"), 0, 5, 0}, // a time under its own picture
         {FMT_TIME, [](FMTCNTLBLOCK& b) { b.b24Hour = 1, b.dwFlags |= FMTF_MICROSECONDS; }, 0, 15, FMTF_DEFAULTTIME | FMTF_MICROSECONDS},
         {FMT_DATETIME, Style(1), 0, (6 + 13 + 2) + 8 + 1 + 11, FMTF_DEFAULTTIME}, {FMT_DATE, Pic("x", 0, 2), 5, 5, 0},
         {FMT_DATETIME, Pic("x", FMTF_DEFAULTTIME, 3), 5, 11, FMTF_DEFAULTTIME}, {FMT_DATETIME, Pic("x", 0, 3), 5, 5, 0},
