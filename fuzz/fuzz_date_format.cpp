@@ -17,8 +17,8 @@ namespace {
 // The value with each field brought into its range.
 DATDEF InRange(const DATDEF& d) {
     auto fold = [](LONG v, LONG lo, LONG hi) { return lo + LONG((uint32_t(v) % uint32_t(hi - lo + 1))); };
-    return {fold(d.nMonth, 1, 12), fold(d.nDay, 1, 31), fold(d.nYear, 0, 9999), fold(d.nHour, 0, 23),
-            fold(d.nMinute, 0, 59), fold(d.nSecond, 0, 59), fold(d.nMicrosecond, 0, 999999)};
+    return {fold(d.nMonth, 1, 12), fold(d.nDay, 1, 31), fold(d.nYear, 0, 9999), fold(d.nHour, 0, 23), fold(d.nMinute, 0, 59),
+            fold(d.nSecond, 0, 59), fold(d.nMicrosecond, 0, 999999)};
 }
 
 } // namespace
@@ -28,31 +28,24 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     DATDEF raw;
     std::memcpy(&raw, data + 4, sizeof raw);
     std::vector<std::string> part = FuzzTexts(data + 4 + sizeof raw, size - 4 - sizeof raw, 4);
-    std::vector<char*> texts;
-    for (const std::string& s : part) texts.push_back(FuzzDup(s));
+    char* texts[4] = {FuzzDup(part[0]), FuzzDup(part[1]), FuzzDup(part[2]), FuzzDup(part[3])};
     size_t room = 16 * (part[0].size() + part[1].size() + part[2].size() + 64);
     for (bool ranged : {false, true}) {
         char* out = static_cast<char*>(std::memset(std::malloc(room), 0xEE, room));
         FMTCNTLBLOCK b;
         FMTInitCntlBlock(&b);
-        b.nType = data[0] % 5;
-        b.dwFlags = (data[1] & 0x7F) | (data[1] & 0x80 ? FMTF_LONGDATE : 0);
+        b.nType = data[0] % 5, b.dwFlags = (data[1] & 0x7F) | (data[1] & 0x80 ? FMTF_LONGDATE : 0), b.iDateType = data[3] % 5;
         b.bUseProfile = data[2] & 1, b.b24Hour = data[2] >> 1 & 1, b.bTimeLeadZero = data[2] >> 2 & 1;
-        b.iDateType = data[3] % 5;
         b.lpszShortPic = b.lpszLongPic = texts[0], b.lpsz1159 = texts[1], b.lpsz2359 = texts[2], b.lpszTimeSep = texts[3];
-        b.datDef = ranged ? InRange(raw) : raw;
-        b.lpszOutput = out;
+        b.datDef = ranged ? InRange(raw) : raw, b.lpszOutput = out;
         FMTCNTLBLOCK measured = b;
-        int localeNames = data[2] >> 3 & 1;
-        int r = FMTFormatDateTime(&b, localeNames);
+        int localeNames = data[2] >> 3 & 1, r = FMTFormatDateTime(&b, localeNames);
         bool kind = b.nType >= FMT_DATE && b.nType <= FMT_DATETIME; // else the output stays untouched
         FuzzRequire((r == 0 || r == 1) && (kind ? std::memchr(out, 0, room) != nullptr : BYTE(out[0]) == 0xEE));
         int most = FMTGetMaxFormattedDTLen(&measured, 0);
-        LONG style = b.bUseProfile ? -1 : LONG(b.iDateType);
-        bool western = style == 0 || style == 1 || b.nType == FMT_TIME;
+        bool western = b.iDateType == 0 || b.iDateType == 1 || b.nType == FMT_TIME;
         bool era = part[0] == "E"; // measured without its microseconds, which it may write
-        if (ranged && r == 1 && !localeNames && !b.bUseProfile && western && !era)
-            FuzzRequire(std::strlen(out) <= size_t(most));
+        if (ranged && r == 1 && !localeNames && !b.bUseProfile && western && !era) FuzzRequire(std::strlen(out) <= size_t(most));
         std::free(out);
     }
     for (char* p : texts) std::free(p);

@@ -35,23 +35,16 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     for (int call = 0; call < 3; ++call) {
         FMTCNTLBLOCK b;
         FMTInitCntlBlock(&b);
-        b.nType = data[1] % 5;
-        b.dwFlags = (data[2] & 0x7F) | (b.dwFlags & 0xFFFFFF00u);
+        b.nType = data[1] % 5, b.dwFlags = (data[2] & 0x7F) | (b.dwFlags & 0xFFFFFF00u), b.datDef = unread;
         b.iCountry = data[3] & 1 ? 1 : 2, b.bEmpBoundryCheck = data[3] >> 1 & 1;
         b.b24Hour = data[3] >> 2 & 1, b.lpszTimeSep = const_cast<char*>(data[3] & 8 ? "." : ":");
         b.lpszInput = texts[0], b.lpszPicture = texts[1], b.lpszShortPic = texts[2], b.lpszLongPic = texts[3];
         b.lpsz1159 = texts[4], b.lpsz2359 = texts[5];
-        b.datDef = unread;
-        LONG type = b.nType;
         int r = call == 0 ? FMTValidateDateTime(&b) : call == 1 ? FMTUnformatDateTimeStr(&b) : FMTIsValidDateString(&b);
-        FuzzRequire(b.nType == type);
-        if (call == 2) {
-            FuzzRequire(r == 0 || r == 1 || r == 2 || r == 4);
-            continue;
-        }
-        FuzzRequire(r == 0 || r == 1);
-        if (r == 1) FuzzRequire(InRanges(b.datDef, (b.dwFlags & FMTF_HASDATE) != 0));
-        else FuzzRequire(SameTime(b.datDef, unread) || SameTime(b.datDef, DATDEF{0, 0, 0, 0, 0, 0, 0}));
+        FuzzRequire(b.nType == LONG(data[1] % 5));
+        if (call == 2) FuzzRequire(r == 0 || r == 1 || r == 2 || r == 4);
+        else if (r == 1) FuzzRequire(InRanges(b.datDef, (b.dwFlags & FMTF_HASDATE) != 0));
+        else FuzzRequire(r == 0 && (SameTime(b.datDef, unread) || SameTime(b.datDef, DATDEF{0, 0, 0, 0, 0, 0, 0})));
     }
     for (char* p : texts) std::free(p);
     return 0;

@@ -21,8 +21,9 @@ bool WellFormed(const FMTDATETOKEN* e) {
     for (; e; e = e->pNext) {
         if (e->pNext && e->pNext->pPrev != e) return false;
         int32_t t = e->nType;
-        if (t < FMTDT_NUMBER || t > FMTDT_HOUR24N || (t == FMTDT_STRING && strnlen(e->pszText, kFMTDateWordMax) >= size_t(kFMTDateWordMax))) return false;
-        if (t == FMTDT_BLANK && (e->lValue < 1 || e->lValue >= kFMTDateWordMax)) return false;
+        if (t < FMTDT_NUMBER || t > FMTDT_HOUR24N || (t == FMTDT_STRING && strnlen(e->pszText, kFMTDateWordMax) >= size_t(kFMTDateWordMax)) ||
+            (t == FMTDT_BLANK && (e->lValue < 1 || e->lValue >= kFMTDateWordMax)))
+            return false;
     }
     return true;
 }
@@ -34,17 +35,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     std::string text(reinterpret_cast<const char*>(data + 1), size - 1);
     text = text.c_str(); // up to the first zero byte
     int mode = data[0] % 8;
-    if (mode < 4) {
-        FMTDATETOKEN* list = FMTParseDateText(text.c_str(), mode + 1);
-        FuzzRequire(!list || WellFormed(list));
-        FMTFreeDateTokens(list);
-    } else {
-        char* picture = static_cast<char*>(std::malloc(kFMTDateFormPicSize));
-        int nType = mode == 7 ? 3 : mode - 3;
-        FMTDATETOKEN* list = FMTMatchDateForm(text.c_str(), nType, picture, data[0] >> 7);
-        FuzzRequire((list != nullptr) == (picture[0] != 0) && (!list || WellFormed(list)));
-        std::free(picture);
-        FMTFreeDateTokens(list);
-    }
+    char* picture = static_cast<char*>(std::malloc(kFMTDateFormPicSize));
+    FMTDATETOKEN* list = mode < 4 ? FMTParseDateText(text.c_str(), mode + 1) : FMTMatchDateForm(text.c_str(), mode == 7 ? 3 : mode - 3, picture, data[0] >> 7);
+    FuzzRequire((mode < 4 || (list != nullptr) == (picture[0] != 0)) && (!list || WellFormed(list)));
+    std::free(picture), FMTFreeDateTokens(list);
     return 0;
 }

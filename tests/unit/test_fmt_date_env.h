@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <tuple>
 
 using DateClock = ScriptedClock;
 
@@ -20,15 +21,13 @@ using DateClock = ScriptedClock;
 class DateLocaleNames {
 public:
     explicit DateLocaleNames(DWORD unknown) : m_saved(gOsl.system) {
-        sUnknown = unknown;
-        sTable = *m_saved;
+        sUnknown = unknown, sTable = *m_saved, gOsl.system = &sTable;
         sTable.GetLocaleInfoA = [](LCID locale, DWORD item, LPSTR data, int size) -> int {
             char text[16];
             int n = std::snprintf(text, sizeof text, "L%lX", static_cast<unsigned long>(item)) + 1;
             if (locale != 0x400 || item == sUnknown || (size && size < n)) return 0;
             return size ? (std::memcpy(data, text, size_t(n)), n) : n;
         };
-        gOsl.system = &sTable;
     }
     ~DateLocaleNames() { gOsl.system = m_saved; }
 
@@ -40,44 +39,42 @@ private:
 
 // A profile store of the test's own, the cached settings read again from it
 // at the next question and again from the real store after the test.
-class DateProfile {
-public:
-    explicit DateProfile(std::vector<ProfileEntry> store) : m_store(std::move(store)) { FMTWinIniChanged(); }
+struct DateProfile {
+    ScriptedProfile store;
+    explicit DateProfile(std::vector<ProfileEntry> entries) : store(std::move(entries)) { FMTWinIniChanged(); }
     ~DateProfile() { FMTWinIniChanged(); }
-
-private:
-    ScriptedProfile m_store;
 };
 
 // A block of the test's own settings: the short picture "M/d/yy", the long
 // one "dddd, MMMM dd, yyyy", a 12-hour clock with ":" and no leading zero,
 // "AM" and "PM", country 1, the long date style; flags FMTF_DEFAULTTIME.
+// The output is filled with '~' to its last byte, a zero.
 struct DateBlock {
     FMTCNTLBLOCK b;
     char out[256];
     DateBlock(LONG nType, const DATDEF& d = {1, 1, 2000, 0, 0, 0, 0}) {
         FMTInitCntlBlock(&b);
-        b.nType = nType;
-        b.lpszShortPic = const_cast<char*>("M/d/yy");
-        b.lpszLongPic = const_cast<char*>("dddd, MMMM dd, yyyy");
-        b.lpszTimeSep = const_cast<char*>(":");
-        b.lpsz1159 = const_cast<char*>("AM");
-        b.lpsz2359 = const_cast<char*>("PM");
-        b.dwFlags = FMTF_DEFAULTTIME;
-        b.datDef = d;
-        b.lpszOutput = out;
-        std::memset(out, 0x7E, sizeof out);
-        out[sizeof out - 1] = 0;
+        b.nType = nType, b.lpszShortPic = const_cast<char*>("M/d/yy"), b.lpszLongPic = const_cast<char*>("dddd, MMMM dd, yyyy");
+        b.lpszTimeSep = const_cast<char*>(":"), b.lpsz1159 = const_cast<char*>("AM"), b.lpsz2359 = const_cast<char*>("PM");
+        b.dwFlags = FMTF_DEFAULTTIME, b.datDef = d, b.lpszOutput = out;
+        std::memset(out, 0x7E, sizeof out), out[sizeof out - 1] = 0;
     }
     FMTCNTLBLOCK* operator->() { return &b; }
     FMTCNTLBLOCK* get() { return &b; }
 };
 
+// Japanese texts are Shift-JIS bytes: two era names and the year, month and day marks.
+#define HEISEI "\x95\xBD\x90\xAC"
+#define SHOWA "\x8F\xBA\x98\x61"
+#define NEN "\x94\x4E"
+#define GATSU "\x8C\x8E"
+#define NICHI "\x93\xFA"
+
+inline DATDEF D(LONG m, LONG d, LONG y, LONG h = 0, LONG mi = 0, LONG s = 0, LONG us = 0) { return {m, d, y, h, mi, s, us}; }
+
 inline std::string ShowDate(const DATDEF& d) {
-    char text[96];
-    std::snprintf(text, sizeof text, "%ld/%ld/%ld %ld:%ld:%ld.%ld", long(d.nMonth), long(d.nDay), long(d.nYear), long(d.nHour),
-                  long(d.nMinute), long(d.nSecond), long(d.nMicrosecond));
-    return text;
+    return std::to_string(d.nMonth) + "/" + std::to_string(d.nDay) + "/" + std::to_string(d.nYear) + " " + std::to_string(d.nHour) + ":" +
+           std::to_string(d.nMinute) + ":" + std::to_string(d.nSecond) + "." + std::to_string(d.nMicrosecond);
 }
 
 #endif
