@@ -20,7 +20,7 @@ void CheckValidate(const Settings& s, LONG type, std::initializer_list<std::pair
     }
 }
 
-TEST(FmtNumValidate, NumbersUnderA) {
+TEST(FmtNumValidate, NumbersAndCurrency) {
     CheckValidate(kA, FMT_NUMBER, {
         {"1234", "1234"}, {"1,234", "1234"}, {"1,234,567.5", "1234567.5"}, {".5", ".5"}, {"-.5", "-.5"}, {"+5", "5"},
         {"5+", "5"}, {"5-", "-5"}, {"  7  ", "7"}, {"1e5", "100000"}, {"1E+5", "100000"}, {"1e-5", ".00001"},
@@ -33,28 +33,22 @@ TEST(FmtNumValidate, NumbersUnderA) {
     });
     CheckValidate({"thousands blank", "", 0, 0, ' ', ','}, FMT_NUMBER, {{"1.5", "1.5"}, {"1 234,5", "1234.5"}, {"1,5", "1.5"}, {"1 23", "invalid"}});
     CheckValidate({"no separators", "", 0, 0, 0, 0}, FMT_NUMBER, {{"1234.5", "1234.5"}, {"1,234", "invalid"}});
-}
-
-TEST(FmtNumValidate, Refusals) {
-    FMTCNTLBLOCK b = BlockOf(kA);
-    b.lpszInput = const_cast<char*>("5");
-    for (LONG type : {FMT_NONE, FMT_PICTURE, FMT_DATE}) {
-        b.nType = type;
-        EXPECT_EQ(FMTValidateNumber(&b), 0) << "nType " << type;
-    }
-    b.nType = FMT_NUMBER, b.dwFlags &= ~DWORD(FMTF_NUMBERVALUE);
-    EXPECT_EQ(FMTValidateNumber(&b), 0) << "FMTF_NUMBERVALUE clear";
-    b.dwFlags |= FMTF_NUMBERVALUE, b.lpszInput = nullptr;
-    EXPECT_EQ(FMTValidateNumber(&b), 0) << "a null text";
-}
-
-TEST(FmtNumValidate, CurrencyUnderAAndB) {
     CheckValidate(kA, FMT_CURRENCY, {
         {"$1,234.50", "1234.5"}, {"1,234.50", "1234.5"}, {"($1,234.50)", "-1234.5"}, {"-$1,234.50", "-1234.5"},
         {"$-1,234.50", "-1234.5"}, {"$1,234.50-", "-1234.5"}, {"(1,234.50$)", "-1234.5"}, {"$ 5", "5"}, {"5$", "invalid"},
         {"--5", "invalid"}, {"(-5)", "invalid"}, {"(-5-)", "invalid"}, {" ($5) ", "-5"}});
     CheckValidate(kB, FMT_CURRENCY, {{"1.234,50 DM", "1234.5"}, {"1.234,50", "1234.5"}, {"-1.234,50 DM", "-1234.5"},
                                      {"(5 DM)", "-5"}, {"DM 5", "invalid"}, {"5 DM-", "-5"}});
+}
+
+TEST(FmtNumValidate, Refusals) { // a type that is no number, FMTF_NUMBERVALUE clear, a null text
+    const struct { LONG type; DWORD flags; const char* input; } rows[] = {{FMT_NONE, FMTF_NUMBERVALUE, "5"},
+        {FMT_PICTURE, FMTF_NUMBERVALUE, "5"}, {FMT_DATE, FMTF_NUMBERVALUE, "5"}, {FMT_NUMBER, 0, "5"}, {FMT_NUMBER, FMTF_NUMBERVALUE, nullptr}};
+    for (const auto& r : rows) {
+        FMTCNTLBLOCK b = BlockOf(kA);
+        b.nType = r.type, b.dwFlags = (b.dwFlags & ~DWORD(FMTF_NUMBERVALUE)) | r.flags, b.lpszInput = const_cast<char*>(r.input);
+        EXPECT_EQ(FMTValidateNumber(&b), 0) << "refusal " << (&r - rows);
+    }
 }
 
 struct UnformatRow { const char* picture; const char* text; const char* value; };
@@ -71,7 +65,7 @@ void CheckUnformat(const Settings& s, std::initializer_list<UnformatRow> rows) {
     }
 }
 
-TEST(FmtNumUnformat, PicturesUnderA) {
+TEST(FmtNumUnformat, PicturesAndRefusals) {
     CheckUnformat(kA, {
         {"#,##0.00", "-1,234.50", "-1234.5"}, {"$#,##0.00", "$1,234.50", "1234.5"}, {"$#,##0.00", "-$1,234.50", "-1234.5"},
         {"$#,##0.00", "1,234.50", "1234.5"}, {"0.00%", "12.34%", ".1234"}, {"0.00%", "12.34", "12.34"},
@@ -87,9 +81,6 @@ TEST(FmtNumUnformat, PicturesUnderA) {
         {"0.00E+00", "1.5E+", "1.5"}, {"0.00E+00", " +1.5E-1 ", ".15"}, {"x#", "x5", "5"}, {"x", "5", "5"},
         {"#", "abc", "invalid"}, {"#%", "50%", ".5"}, {"#\"%\"", "50%", "50"},
     });
-}
-
-TEST(FmtNumUnformat, TokenizedPicturesAndRefusals) {
     CheckUnformat(kB, {{"\x03\x0F#\x01##0\x02" "00\x10", "1.234,50 DM", "1234.5"},
                        {"\x03\x0F#\x01##0\x02" "00\x10;\x05\x0F#\x01##0\x02" "00\x10\x06", "-1.234,50 DM", "-1234.5"}});
     char out[16], text[] = "5", empty[] = "", picture[] = "#";
