@@ -103,7 +103,7 @@ TEST(FMTFormatDateTime, ProfileAndDefaults) {
         {d, Pic("L"), "5 March 2024"}, {d, Pic("s"), ""},
     });
     // want null: no room, the buffer untouched
-    const struct { const char* what; int (*call)(char*, DWORD); DWORD cb; const char* want; } rows[] = {
+    const struct { const char* what; int(OXLAPI* call)(char*, DWORD); DWORD cb; const char* want; } rows[] = {
         {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 64, "dd.MM.yy"}, {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 3, "dd"},
         {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 1, ""}, {"FMTGetDefaultLongDatePic", FMTGetDefaultLongDatePic, 64, "d MMMM yyyy"},
         {"FMTGetDefaultDatePic", FMTGetDefaultDatePic, 64, "dd.MM.yy"}, {"FMTGetDefaultShortDatePic", FMTGetDefaultShortDatePic, 0, nullptr},

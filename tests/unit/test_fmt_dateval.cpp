@@ -22,7 +22,7 @@ using Change = std::function<void(FMTCNTLBLOCK&)>;
 // marks: the flags of kMarks a read leaves set; another bit named there is one it turns over.
 struct ReadRow { std::string input; LONG nType; Change setup = nullptr; int result = 0; DATDEF d = kUnread; DWORD marks = 0; };
 
-void ExpectReads(const char* what, int (*call)(FMTCNTLBLOCK*), std::initializer_list<ReadRow> rows) {
+void ExpectReads(const char* what, int(OXLAPI* call)(FMTCNTLBLOCK*), std::initializer_list<ReadRow> rows) {
     for (const ReadRow& r : rows) {
         DateBlock b(r.nType, kUnread);
         b->dwFlags |= kKept | kMarks, b->lpszInput = const_cast<char*>(r.input.c_str());
