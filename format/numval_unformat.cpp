@@ -166,8 +166,11 @@ int FMTUnformatScientific(FMTCNTLBLOCK* b) {
     FMTCNTLBLOCK mantissa = readerOf(b, FMT_NUMBER, t, false);
     FMTCNTLBLOCK power = readerOf(b, FMT_NUMBER, exponent, false);
     if (!FMTValidateNumber(&mantissa) || !FMTValidateNumber(&power)) return 0;
+    // The exponent wraps as NumToLong wraps; negated without overflow, so
+    // -2147483648 stays itself and is out of range.
     LONG e = NumToLong(&power.numValue);
-    NumPower10(&b->numValue, &mantissa.numValue, negativeExponent ? -e : e);
+    if (negativeExponent) e = LONG(0u - DWORD(e));
+    NumPower10(&b->numValue, &mantissa.numValue, e);
     if (negative) NumNegate(&b->numValue);
     return 1;
 }
