@@ -12,7 +12,7 @@
 // same two under the locale's currency style, and unum_parseDecimal of the
 // text under the pattern and under the locale's decimal style.
 // OXL_SHOW=1 prints what the measured call wrote.
-#include <oxlrt31/numpic.h>
+#include "fmt_operands.h"
 
 #include <unicode/unum.h>
 #include <unicode/ustring.h>
@@ -23,9 +23,7 @@
 
 namespace {
 
-constexpr const char* kValue = "12345.678";
-constexpr const char* kPicture = "#,##0.00";
-constexpr const char* kTyped = "1,234,567.89";
+using namespace oxlbench;
 
 FMTCNTLBLOCK gBlock;
 char gOut[128], gInput[64], gTokens[64];
@@ -33,28 +31,22 @@ tagNUMBER gValue;
 UNumberFormat *gIcuPicture, *gIcuCurrency, *gIcuDecimal;
 UChar gIcuOut[64], gIcuTyped[64];
 char gIcuDigits[64];
-double gDouble = 12345.678;
+double gDouble = kNumDouble;
 
 // The block a host fills for a number under a picture: US separators given
 // in the block, not the profile. The currency block takes the profile.
 void setUp() {
-    std::strcpy(gInput, kValue);
-    if (NumAsciiToNumber(&gValue, gInput) <= 0) std::exit(1);
-    FMTInitCntlBlock(&gBlock);
-    gBlock.chThousand = ',';
-    gBlock.chDecimal = '.';
-    gBlock.lpszCurrency = const_cast<char*>("$");
-    gBlock.bLeadZero = 1;
-    gBlock.nDigits = 2;
-    gBlock.lpszPicture = const_cast<char*>(kPicture);
+    numberBlock(gBlock, gOut);
+    gValue = gBlock.numValue;
+    gBlock.lpszPicture = const_cast<char*>(kNumPicture);
     gBlock.lpszOutput = gTokens;
     FMTTokenizeNumberPic(&gBlock);
     gBlock.lpszOutput = gOut;
-    std::strcpy(gInput, kTyped);
+    std::strcpy(gInput, kNumTyped);
 
     UErrorCode status = U_ZERO_ERROR;
     UChar pattern[32];
-    u_uastrcpy(pattern, kPicture);
+    u_uastrcpy(pattern, kNumPicture);
     gIcuPicture = unum_open(UNUM_PATTERN_DECIMAL, pattern, -1, "en_US", nullptr, &status);
     gIcuCurrency = unum_open(UNUM_CURRENCY, nullptr, 0, "en_US", nullptr, &status);
     gIcuDecimal = unum_open(UNUM_DECIMAL, nullptr, 0, "en_US", nullptr, &status);
@@ -62,7 +54,7 @@ void setUp() {
         std::fprintf(stderr, "ICU: %s\n", u_errorName(status));
         std::exit(1);
     }
-    u_uastrcpy(gIcuTyped, kTyped);
+    u_uastrcpy(gIcuTyped, kNumTyped);
 }
 
 #define OP __attribute__((noinline)) void
@@ -75,7 +67,7 @@ OP formatWith(const char* picture) {
     gBlock.numValue = gValue;
     FMTFormatNumber(&gBlock);
 }
-OP oxlFormat() { formatWith(kPicture); }
+OP oxlFormat() { formatWith(kNumPicture); }
 OP oxlFormatStored() { formatWith(gTokens); }
 OP oxlCurrency() {
     gBlock.nType = FMT_CURRENCY;
@@ -93,7 +85,7 @@ OP oxlUnformat() {
     gBlock.nType = FMT_PICTURE;
     gBlock.bUseProfile = 0;
     gBlock.lpszInput = gInput;
-    gBlock.lpszPicture = const_cast<char*>(kPicture);
+    gBlock.lpszPicture = const_cast<char*>(kNumPicture);
     FMTUnformatNumberStr(&gBlock);
 }
 
@@ -103,7 +95,7 @@ OP icuFormatDouble(UNumberFormat* f) {
 }
 OP icuFormatDecimal(UNumberFormat* f) {
     UErrorCode status = U_ZERO_ERROR;
-    unum_formatDecimal(f, kValue, -1, gIcuOut, 64, nullptr, &status);
+    unum_formatDecimal(f, kNumValue, -1, gIcuOut, 64, nullptr, &status);
 }
 OP icuParse(UNumberFormat* f) {
     UErrorCode status = U_ZERO_ERROR;
