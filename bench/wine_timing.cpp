@@ -7,6 +7,17 @@
 // QueryPerformanceCounter; the two sides of a pair run alternately. A DECIMAL
 // keeps 28 or 29 digits in 96 bits, so the long operands here are 28 digits
 // (1.2345...678 and 9.8765...432) on both sides, not 46.
+//
+// Dates and number pictures, on the values of fmt_operands.h: Friday,
+// 15 March 2024 under "dddd, MMMM dd, yyyy" (FMTFormatDateTime; VarFormat of
+// a VT_DATE under the same format) and "Friday, March 15, 2024" read back
+// (FMTUnformatDateTimeStr, FMTValidateDateTime; VarDateFromStr); 12345.678
+// under "#,##0.00" (FMTFormatNumber; VarFormat of a VT_R8), as a plain
+// number and as currency under the profile in force (VarFormatNumber,
+// VarFormatCurrency with the locale's defaults), and "1,234,567.89" read back
+// (FMTValidateNumber, FMTUnformatNumberStr; VarDecFromStr). What each side
+// writes is shown before the table.
+#include "fmt_operands.h"
 #include "operands.h"
 #include <oxlrt31/number.h>
 
@@ -125,6 +136,131 @@ const Pair kPairs[] = {
     {"from long 123456789", oxlFromLong, oleFromLong, "VarDecFromI4"},
 };
 
+// ---- dates and number pictures -------------------------------------------------
+
+FMTCNTLBLOCK bDate, bNumber;
+char dateOut[64], dateInput[64], numberOut[128], numberInput[64];
+tagNUMBER nPictureValue;
+VARIANT vDate, vNumber;
+std::wstring wideDatePicture, wideDateText, wideNumPicture, wideNumTyped;
+BSTR oleText;
+DATE oleDate;
+
+void setUpFormatting() {
+    dateBlock(bDate, dateOut);
+    std::strcpy(dateInput, kDateText);
+    numberBlock(bNumber, numberOut);
+    nPictureValue = bNumber.numValue;
+    std::strcpy(numberInput, kNumTyped);
+    VariantInit(&vDate);
+    vDate.vt = VT_DATE;
+    vDate.date = 45366.0; // days from 30 December 1899 to 15 March 2024
+    VariantInit(&vNumber);
+    vNumber.vt = VT_R8;
+    vNumber.dblVal = kNumDouble;
+    wideDatePicture = widen(kDatePicture);
+    wideDateText = widen(kDateText);
+    wideNumPicture = widen(kNumPicture);
+    wideNumTyped = widen(kNumTyped);
+}
+
+void oxlDateFormat() { FMTFormatDateTime(&bDate, 0); }
+void oxlDateUnformat() {
+    bDate.lpszInput = dateInput;
+    FMTUnformatDateTimeStr(&bDate);
+}
+void oxlDateValidate() {
+    bDate.lpszInput = dateInput;
+    FMTValidateDateTime(&bDate);
+}
+void oxlNumber(LONG type, bool profile) {
+    bNumber.nType = type;
+    bNumber.bUseProfile = profile;
+    bNumber.lpszPicture = const_cast<char*>(kNumPicture);
+    bNumber.lpszOutput = numberOut;
+    bNumber.numValue = nPictureValue;
+    FMTFormatNumber(&bNumber);
+}
+void oxlNumPicture() { oxlNumber(FMT_PICTURE, false); }
+void oxlNumPlain() { oxlNumber(FMT_NUMBER, true); }
+void oxlNumCurrency() { oxlNumber(FMT_CURRENCY, true); }
+void oxlNumValidate() {
+    bNumber.nType = FMT_NUMBER;
+    bNumber.bUseProfile = 0;
+    bNumber.lpszInput = numberInput;
+    FMTValidateNumber(&bNumber);
+}
+void oxlNumUnformat() {
+    bNumber.nType = FMT_PICTURE;
+    bNumber.bUseProfile = 0;
+    bNumber.lpszInput = numberInput;
+    bNumber.lpszPicture = const_cast<char*>(kNumPicture);
+    bNumber.lpszOutput = numberOut;
+    FMTUnformatNumberStr(&bNumber);
+}
+
+// The text of the last call stays in oleText until the next one, so that it
+// can be shown.
+template <typename Call>
+HRESULT keep(Call call) {
+    BSTR text = nullptr;
+    HRESULT hr = call(&text);
+    SysFreeString(oleText);
+    oleText = SUCCEEDED(hr) ? text : nullptr;
+    return hr;
+}
+HRESULT oleDateFormat() {
+    return keep([](BSTR* t) { return VarFormat(&vDate, wideDatePicture.data(), 0, 0, 0, t); });
+}
+HRESULT oleDateRead() { return VarDateFromStr(wideDateText.data(), kLocale, 0, &oleDate); }
+HRESULT oleNumPicture() {
+    return keep([](BSTR* t) { return VarFormat(&vNumber, wideNumPicture.data(), 0, 0, 0, t); });
+}
+HRESULT oleNumPlain() { return keep([](BSTR* t) { return VarFormatNumber(&vNumber, -1, -2, -2, -2, 0, t); }); }
+HRESULT oleNumCurrency() {
+    return keep([](BSTR* t) { return VarFormatCurrency(&vNumber, -1, -2, -2, -2, 0, t); });
+}
+HRESULT oleNumRead() { return VarDecFromStr(wideNumTyped.data(), kLocale, 0, &dOut); }
+
+const Pair kFormatPairs[] = {
+    {"format dddd, MMMM dd, yyyy", oxlDateFormat, oleDateFormat, "VarFormat"},
+    {"read Friday, March 15, 2024", oxlDateUnformat, oleDateRead, "VarDateFromStr"},
+    {"validate Friday, March 15, 2024", oxlDateValidate, oleDateRead, "VarDateFromStr"},
+    {"12345.678 under #,##0.00", oxlNumPicture, oleNumPicture, "VarFormat"},
+    {"12345.678 as a number", oxlNumPlain, oleNumPlain, "VarFormatNumber"},
+    {"12345.678 as currency", oxlNumCurrency, oleNumCurrency, "VarFormatCurrency"},
+    {"validate 1,234,567.89", oxlNumValidate, oleNumRead, "VarDecFromStr"},
+    {"unformat 1,234,567.89", oxlNumUnformat, oleNumRead, "VarDecFromStr"},
+};
+
+// What both sides of a pair wrote (or read), once.
+void show(const Pair& p) {
+    p.oxl();
+    oleText = nullptr;
+    oleDate = 0;
+    dOut = DECIMAL{};
+    HRESULT hr = p.ole();
+    char ours[128], theirs[128] = "";
+    bool date = p.oxl == oxlDateUnformat || p.oxl == oxlDateValidate;
+    bool number = p.oxl == oxlNumValidate || p.oxl == oxlNumUnformat;
+    const FMTCNTLBLOCK& b = date ? bDate : bNumber;
+    if (date) {
+        std::snprintf(ours, sizeof ours, "%d/%d/%d", int(b.datDef.nMonth), int(b.datDef.nDay), int(b.datDef.nYear));
+        std::snprintf(theirs, sizeof theirs, "%.1f", oleDate);
+    } else if (number) {
+        NumToAscii(&b.numValue, ours, kTextWidth);
+        BSTR t = nullptr;
+        if (SUCCEEDED(VarBstrFromDec(&dOut, kLocale, 0, &t)))
+            for (int i = 0; t[i] && i < 127; ++i) theirs[i] = char(t[i]), theirs[i + 1] = 0;
+        SysFreeString(t);
+    } else {
+        std::strcpy(ours, (p.oxl == oxlDateFormat ? dateOut : numberOut));
+        for (int i = 0; oleText && oleText[i] && i < 127; ++i) theirs[i] = char(oleText[i]), theirs[i + 1] = 0;
+    }
+    std::printf("%-32s ours \"%s\", %s \"%s\" (0x%08lx)\n", p.name, ours, p.oleName, theirs,
+                static_cast<unsigned long>(hr));
+}
+
 double ticksPerNs;
 
 // Nanoseconds per call of one run.
@@ -142,16 +278,10 @@ double median(std::vector<double> v) {
     return v[v.size() / 2];
 }
 
-} // namespace
-
-int main() {
-    LARGE_INTEGER frequency;
-    QueryPerformanceFrequency(&frequency);
-    ticksPerNs = static_cast<double>(frequency.QuadPart) / 1e9;
-    setUp();
-
-    std::printf("%-30s %10s %10s  %-15s %7s\n", "operation", "ours ns", "ole ns", "oleaut32", "ratio");
-    for (const Pair& p : kPairs) {
+void table(const Pair* pairs, size_t count) {
+    std::printf("%-32s %10s %10s  %-17s %7s\n", "operation", "ours ns", "ole ns", "oleaut32", "ratio");
+    for (const Pair* q = pairs; q != pairs + count; ++q) {
+        const Pair& p = *q;
         for (int i = 0; i < 1000; ++i) { p.oxl(); p.ole(); }
         std::vector<double> ours, ole;
         for (int r = 0; r < kRuns; ++r) {
@@ -160,10 +290,27 @@ int main() {
         }
         double a = median(ours), b = median(ole);
         HRESULT hr = p.ole();
-        std::printf("%-30s %10.1f %10.1f  %-15s %7.2f", p.name, a, b, p.oleName, a / b);
+        std::printf("%-32s %10.1f %10.1f  %-17s %7.2f", p.name, a, b, p.oleName, a / b);
         if (FAILED(hr)) std::printf("  (%s fails: 0x%08lx)", p.oleName, static_cast<unsigned long>(hr));
         std::printf("\n");
     }
+}
+
+} // namespace
+
+// Decimal operations, then dates and number pictures ("fmt" alone: only
+// those).
+int main(int argc, char** argv) {
+    LARGE_INTEGER frequency;
+    QueryPerformanceFrequency(&frequency);
+    ticksPerNs = static_cast<double>(frequency.QuadPart) / 1e9;
+    setUp();
+    setUpFormatting();
+    bool formattingOnly = argc > 1 && std::strcmp(argv[1], "fmt") == 0;
+    if (!formattingOnly) table(kPairs, sizeof kPairs / sizeof kPairs[0]);
+    std::printf("\ndates and number pictures; what each side gives:\n");
+    for (const Pair& p : kFormatPairs) show(p);
+    table(kFormatPairs, sizeof kFormatPairs / sizeof kFormatPairs[0]);
     std::printf("ratio: ours / oleaut32 (below 1: ours is faster)\n");
     return 0;
 }
