@@ -50,6 +50,14 @@ const char* FMTProfileString(int key);
 LONG FMTProfileInt(int key);
 // Reads the store into the cached record if it is stale.
 void FMTReloadProfile(void);
+// The cached record as it stands (read from the store first if stale),
+// copied under one hold of the profile region: a caller that needs several
+// settings takes them all at once instead of locking for each.
+void FMTProfileCopy(FMTPROFILEINTL* out);
+// FMTProfileInt(FMTPI_CURRENCY) of a record: 0 to 3, as iCurrency counts.
+inline LONG FMTProfileCurrencyPos(const FMTPROFILEINTL& p) {
+    return LONG((p.bCurrencySpace ? 2 : 0) + (p.bCurrencySuffix ? 1 : 0));
+}
 // Rewrites quoted runs of a long date picture in place (see profile_rewrite.cpp);
 // `size` is the room of `picture`, and the result is cut to fit it.
 void FMTRewriteLongDatePic(char* picture, size_t size, LONG iCountry);

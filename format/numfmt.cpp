@@ -18,11 +18,13 @@ struct NumberSettings {
 
 NumberSettings settingsOf(const FMTCNTLBLOCK* b, LONG type) {
     NumberSettings s;
-    FMTNumSettings(b, &s.set);
+    FMTPROFILEINTL p;
+    if (b->bUseProfile) FMTProfileCopy(&p);
+    FMTNumSettings(b, &s.set, b->bUseProfile ? &p : nullptr);
     LONG decimals;
     if (b->bUseProfile) {
-        s.leadZero = FMTProfileInt(FMTPI_LZERO) != 0;
-        decimals = FMTProfileInt(type == FMT_CURRENCY ? FMTPI_CURRDIGITS : FMTPI_DIGITS);
+        s.leadZero = p.iLzero != 0;
+        decimals = LONG(type == FMT_CURRENCY ? p.iCurrDigits : p.iDigits);
     } else {
         s.leadZero = b->bLeadZero != 0;
         decimals = b->nDigits > DWORD(FMT_FIXED_PLACES_MAX) ? FMT_FIXED_PLACES_MAX : LONG(b->nDigits);
@@ -118,11 +120,20 @@ LONG OXLAPI FMTFormatNumber(FMTCNTLBLOCK* b) {
     b->lpszOutput[0] = 0;
     if (type != FMT_PICTURE) return plainOrCurrency(b, type);
     FMTNUMSET set;
-    FMTNumSettings(b, &set);
     char user[FMT_PIC_MAX];
-    if (FMTIsNumberPicTokenized(picture)) {
-        FMTpUnTokenize(set, picture, user, sizeof user);
-        picture = user;
+    bool stored = FMTIsNumberPicTokenized(picture) != 0;
+    if (stored || b->bUseProfile) {
+        // A stored picture is untokenised with the currency forms; under the
+        // profile the thread's forms are made at this first use, as for any
+        // other number.
+        FMTNumSettings(b, &set);
+        if (stored) {
+            FMTpUnTokenize(set, picture, user, sizeof user);
+            picture = user;
+        }
+    } else { // the two separators are all that a picture in user form takes from the block
+        set.chDecimal = b->chDecimal;
+        set.chThousand = b->chThousand;
     }
     return FMTFormatPicture(b->lpszOutput, picture, set.chDecimal, set.chThousand, b->bUseProfile != 0,
                             &b->numValue, 1);

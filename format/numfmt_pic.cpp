@@ -9,9 +9,6 @@
 namespace {
 
 bool isPlaceholder(char c) { return c == '#' || c == '0'; }
-bool inRun(char c, char thousand, char decimal) {
-    return isPlaceholder(c) || (thousand && c == thousand) || (decimal && c == decimal);
-}
 
 // Literal text of a prefix or a suffix; in a suffix "_" writes a blank in
 // the place of the next character.
@@ -51,8 +48,9 @@ struct Sections {
     const char* s[3] = {"", "", ""};
     int count = 1;
     explicit Sections(const char* picture) {
-        std::strncpy(text, picture, FMT_PIC_MAX - 1);
-        text[FMT_PIC_MAX - 1] = 0;
+        size_t n = strnlen(picture, FMT_PIC_MAX - 1);
+        std::memcpy(text, picture, n);
+        text[n] = 0;
         s[0] = text;
         for (char* p = text; *p && count < 3; ++p)
             if (*p == ';') {
@@ -151,12 +149,20 @@ FMTNUMPICINFO FMTAnalyzeNumberPic(const char* section, char thousand, char decim
     const char* point = nullptr;
     bool zero = false;
     const char* lastHash = nullptr;
-    for (; inRun(*p, thousand, decimal); ++p) {
-        if (thousand && *p == thousand && isPlaceholder(p[1])) info.bGroup = 1;
-        if (decimal && *p == decimal && !point) point = p;
-        if (*p == '0') zero = true;
-        if (*p == '#') lastHash = p;
-        if (!point && *p == '0') ++info.nIntZeros;
+    // The run of placeholders and separators. A separator may be "0" or "#"
+    // too (a host's odd settings): each test stands on its own, in this order.
+    for (;; ++p) {
+        char c = *p;
+        bool isThousand = thousand && c == thousand, isDecimal = decimal && c == decimal;
+        if (!isPlaceholder(c) && !isThousand && !isDecimal) break;
+        if (isThousand && isPlaceholder(p[1])) info.bGroup = 1;
+        if (isDecimal && !point) point = p;
+        if (c == '0') {
+            zero = true;
+            if (!point) ++info.nIntZeros;
+        } else if (c == '#') {
+            lastHash = p;
+        }
     }
     const char* suffix;
     if (point) {
@@ -207,9 +213,12 @@ int FMTFormatPicture(char* output, const char* picture, char decimal, char thous
     if (!hasValue || !picture || !*picture || !output) return 0;
     if (value->bLength == 0) return 1;
     FMTOut w{output, size_t(-1)};
-    tagNUMBER zero, mag = *value;
-    NumWordToNumber(&zero, 0);
-    bool sign = NumCompare(value, &zero) < 0;
+    static const tagNUMBER zero = {1, {0xC0}};
+    tagNUMBER mag = *value;
+    // A plain length of 2 to 24 with the exponent's top bit set is a record
+    // that is not below zero, whatever its digits: the comparison only for the rest.
+    bool plainPositive = value->bLength >= 2 && value->bLength <= 24 && (value->abData[0] & 0x80);
+    bool sign = !plainPositive && NumCompare(value, &zero) < 0;
     if (sign) NumNegate(&mag);
     if (FMTIsScientificPic(picture)) {
         writeScientific(w, picture, mag, sign, decimal);

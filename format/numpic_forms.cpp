@@ -44,7 +44,7 @@ void FMTBuildCurrencyForms(LONG iCurrency, LONG iNegCurr, char* posPrefix, char*
 
 FMTCURRFORMS* FMTGetCurrForms(void) { return sForms.Get(); }
 
-void FMTNumSettings(const FMTCNTLBLOCK* b, FMTNUMSET* set) {
+void FMTNumSettings(const FMTCNTLBLOCK* b, FMTNUMSET* set, const FMTPROFILEINTL* profile) {
     FMTCURRFORMS& f = set->forms;
     if (!b->bUseProfile) {
         set->chThousand = b->chThousand;
@@ -57,12 +57,17 @@ void FMTNumSettings(const FMTCNTLBLOCK* b, FMTNUMSET* set) {
                               f.szNegSuffix, set->szSymbol);
         return;
     }
-    set->chThousand = FMTProfileString(FMTPS_THOUSAND)[0];
-    set->chDecimal = FMTProfileString(FMTPS_DECIMAL)[0];
-    set->iCurrency = FMTProfileInt(FMTPI_CURRENCY);
-    set->iNegCurr = FMTProfileInt(FMTPI_NEGCURR);
+    FMTPROFILEINTL own;
+    if (!profile) {
+        FMTProfileCopy(&own);
+        profile = &own;
+    }
+    set->chThousand = profile->chThousand;
+    set->chDecimal = profile->chDecimal;
+    set->iCurrency = FMTProfileCurrencyPos(*profile);
+    set->iNegCurr = LONG(profile->iNegCurr);
     std::memset(set->szSymbol, 0, sizeof set->szSymbol);
-    std::strncpy(set->szSymbol, FMTProfileString(FMTPS_CURRENCY), FMT_SYMBOL_MAX);
+    std::strncpy(set->szSymbol, profile->sCurrency, FMT_SYMBOL_MAX);
     // Without a record of its own the thread gets forms built for this call.
     FMTCURRFORMS* kept = FMTGetCurrForms();
     FMTCURRFORMS& forms = kept ? *kept : f;

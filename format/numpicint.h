@@ -44,7 +44,9 @@ void FMTBuildCurrencyForms(LONG iCurrency, LONG iNegCurr, char* posPrefix, char*
 // The calling thread's forms record, made on first use; null when it can't be.
 FMTCURRFORMS* FMTGetCurrForms(void);
 // The settings of the block (bUseProfile 0) or of the profile.
-void FMTNumSettings(const FMTCNTLBLOCK* block, FMTNUMSET* set);
+// Under the profile, `profile` is a copy the caller already took (null: one
+// is taken here).
+void FMTNumSettings(const FMTCNTLBLOCK* block, FMTNUMSET* set, const FMTPROFILEINTL* profile = nullptr);
 
 // "0." then any text, "E" or "e", one character, "0", any text.
 bool FMTIsScientificPic(const char* picture);

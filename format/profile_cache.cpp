@@ -29,6 +29,12 @@ void FMTReloadProfile(void) {
     FMTGetProfileIntl(&sProfile);
 }
 
+void FMTProfileCopy(FMTPROFILEINTL* out) {
+    CRSectGuard hold(gCRProfileSect);
+    FMTReloadProfile();
+    *out = sProfile;
+}
+
 void OXLAPI FMTWinIniChanged(void) {
     CRSectGuard hold(gCRProfileSect);
     gpLibState->bProfileStale = 1;
@@ -63,7 +69,7 @@ LONG FMTProfileInt(int key) {
     case FMTPI_NEGCURR: return LONG(p.iNegCurr);
     case FMTPI_DATETYPE: return LONG(p.iDateType);
     case FMTPI_EMPBOUNDARY: return LONG(p.iEmpDateBoundryCheck);
-    case FMTPI_CURRENCY: return LONG((p.bCurrencySpace ? 2 : 0) + (p.bCurrencySuffix ? 1 : 0));
+    case FMTPI_CURRENCY: return FMTProfileCurrencyPos(p);
     case FMTPI_COUNTRY: return LONG(p.iCountry);
     default: return -1;
     }
