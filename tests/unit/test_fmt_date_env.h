@@ -1,6 +1,5 @@
-// What the date tests script behind the OS seam, beside the clock and the
-// profile store of scripted_profile.h: locale names that tell their item
-// number. And the block the tables start from.
+// What the date tests share: the clock and a profile store of their own
+// (scripted_profile.h), and the block the tables start from.
 #ifndef OXL_TESTS_FMT_DATE_ENV_H
 #define OXL_TESTS_FMT_DATE_ENV_H
 
@@ -9,33 +8,11 @@
 
 #include <oxlrt31/datepic.h>
 
-#include <cstdio>
 #include <cstring>
 #include <string>
 #include <tuple>
 
 using DateClock = ScriptedClock;
-
-// GetLocaleInfoA of locale 0x400 gives "L" and the item in hex ("L2F"); the
-// item `unknown` is not known (size 0).
-class DateLocaleNames {
-public:
-    explicit DateLocaleNames(DWORD unknown) : m_saved(gOsl.system) {
-        sUnknown = unknown, sTable = *m_saved, gOsl.system = &sTable;
-        sTable.GetLocaleInfoA = [](LCID locale, DWORD item, LPSTR data, int size) -> int {
-            char text[16];
-            int n = std::snprintf(text, sizeof text, "L%lX", static_cast<unsigned long>(item)) + 1;
-            if (locale != 0x400 || item == sUnknown || (size && size < n)) return 0;
-            return size ? (std::memcpy(data, text, size_t(n)), n) : n;
-        };
-    }
-    ~DateLocaleNames() { gOsl.system = m_saved; }
-
-private:
-    const OslSystemService* m_saved;
-    static inline DWORD sUnknown;
-    static inline OslSystemService sTable;
-};
 
 // A profile store of the test's own, the cached settings read again from it
 // at the next question and again from the real store after the test.

@@ -96,23 +96,18 @@ struct FormRow { const char* text; int nType, monthFirst; const char* picture; }
 TEST(FMTMatchDateForm, Forms) {
     const FormRow rows[] = {
         {"1/5/2000", 1, 1, "M/d/yyyy"}, {"1/5/2000", 1, 0, ""}, {"12.31-1999", 1, 1, "M/d/yyyy"}, {"1/5/99", 1, 1, ""}, {"123/5/2000", 1, 1, ""},
-        {"1/5/20000", 1, 1, ""}, {"2000-1-5", 1, 0, "yyyy-MM-dd"}, {"2000/1/5", 1, 1, ""}, {"2000-1/5", 1, 1, ""}, {"2000-1-123", 1, 1, ""},
-        {"Jan 5, 2000", 1, 0, "MMM d, yyyy"}, {"Jan 05, 2000", 1, 0, "MMM dd, yyyy"},
-        {"January 5, 2000", 1, 0, "MMMM d, yyyy"}, {"Sept 5, 2000", 1, 0, "MMMM d, yyyy"}, {"January 05 2000", 1, 0, "MMMM dd, yyyy"},
-        {"Ja 5, 2000", 1, 0, ""}, {"Jan 123, 2000", 1, 0, ""}, {"Jan 5, 99", 1, 0, ""}, {"Jan 5,, 02000", 1, 0, ""},
-        {"5 Jan, 2000", 1, 0, "d MMM, yyyy"}, {"05 Jan 2000", 1, 0, "dd MMM, yyyy"}, {"5 January, 2000", 1, 0, "d MMMM, yyyy"},
-        {"05 January, 2000", 1, 0, "dd MMMM, yyyy"}, {"005 Jan, 2000", 1, 0, ""}, {"5 Ja, 2000", 1, 0, ""},
-        {"5-Jan-99", 1, 0, "d-MMM-yyyy"}, {"05.Jan.2000", 1, 0, "d-MMM-yyyy"}, {"5-January-2000", 1, 0, ""}, {"5-Jan-199", 1, 0, ""},
-        {"123-Jan-99", 1, 0, ""}, {"  Jan 5, 2000 \t\n", 1, 0, "MMM d, yyyy"},
+        {"1/5/20000", 1, 1, ""}, {"2000-1-5", 1, 0, "yyyy-MM-dd"}, {"2000/1/5", 1, 1, ""}, {"2000-1-123", 1, 1, ""}, {"Jan 5, 2000", 1, 0, "MMM d, yyyy"},
+        {"Jan 05, 2000", 1, 0, "MMM dd, yyyy"}, {"Sept 5, 2000", 1, 0, "MMMM d, yyyy"}, {"January 05 2000", 1, 0, "MMMM dd, yyyy"},
+        {"Ja 5, 2000", 1, 0, ""}, {"Jan 123, 2000", 1, 0, ""}, {"Jan 5, 99", 1, 0, ""}, {"5 Jan, 2000", 1, 0, "d MMM, yyyy"},
+        {"05 January, 2000", 1, 0, "dd MMMM, yyyy"}, {"005 Jan, 2000", 1, 0, ""}, {"5-Jan-99", 1, 0, "d-MMM-yyyy"}, {"05.Jan.2000", 1, 0, "d-MMM-yyyy"},
+        {"5-January-2000", 1, 0, ""}, {"5-Jan-199", 1, 0, ""}, {"  Jan 5, 2000 \t\n", 1, 0, "MMM d, yyyy"},
         {"Jan 5, 2000x", 1, 0, "MMM d, yyyy"}, // the form ends the scan
-        {"Jan", 1, 0, ""}, {"\x02\x01\x02" "12", 1, 1, ""}, {"10:30", 2, 0, "hhhh.mm.ss.mmmmmm"}, {"10:30 PM", 2, 0, "hh.mm.ss.mmmmmm AMPM"},
-        {"10 PM", 2, 0, "hh.mm.ss.mmmmmm AMPM"}, {"1.2,3:123456", 2, 0, "hhhh.mm.ss.mmmmmm"}, {"10:30:15:1234567", 2, 0, ""}, {"10:300", 2, 0, ""},
-        {"123", 2, 0, ""}, {"10-30", 2, 0, ""}, {"10:30 PM x", 2, 0, ""}, {"PM", 2, 0, ""},
+        {"Jan", 1, 0, ""}, {"\x02\x01\x02" "12", 1, 1, ""}, {"10:30", 2, 0, "hhhh.mm.ss.mmmmmm"}, {"10 PM", 2, 0, "hh.mm.ss.mmmmmm AMPM"},
+        {"1.2,3:123456", 2, 0, "hhhh.mm.ss.mmmmmm"}, {"10:30:15:1234567", 2, 0, ""}, {"10:300", 2, 0, ""}, {"10-30", 2, 0, ""}, {"PM", 2, 0, ""},
         {"2000-01-05-10.30.00", 3, 0, "yyyy-MM-dd-hhhh.mm.ss.mmmmmm"}, {"1/5/2000 10:30 PM", 3, 1, "M/d/yyyy hh.mm.ss.mmmmmm AMPM"},
-        {"1/5/2000-22:30", 3, 1, "M/d/yyyy hhhh.mm.ss.mmmmmm"}, {"Jan 5, 2000 22:30", 3, 0, "MMM d, yyyy hhhh.mm.ss.mmmmmm"},
-        {"5 Jan, 2000 10 AM", 3, 0, "d MMM, yyyy hh.mm.ss.mmmmmm AMPM"}, {"5-Jan-2000 10", 3, 0, "d-MMM-yyyy hhhh.mm.ss.mmmmmm"},
+        {"Jan 5, 2000 22:30", 3, 0, "MMM d, yyyy hhhh.mm.ss.mmmmmm"}, {"5-Jan-2000 10", 3, 0, "d-MMM-yyyy hhhh.mm.ss.mmmmmm"},
         {"1/5/2000", 3, 1, "M/d/yyyy hh.mm.ss.mmmmmm AMPM"}, {"2000-01-05", 3, 0, "yyyy-MM-dd-hh.mm.ss.mmmmmm AMPM"}, {"  1/5/2000", 3, 1, ""},
-        {"1/5/2000 10:30 PM", 3, 0, ""}, {"1/5/2000 x", 3, 1, ""}, {"1/5/2000", 0, 1, ""}, {"1/5/2000", 4, 1, ""},
+        {"1/5/2000 x", 3, 1, ""}, {"1/5/2000", 0, 1, ""}, {"1/5/2000", 4, 1, ""},
     };
     for (const FormRow& r : rows) {
         char picture[kFMTDateFormPicSize];
