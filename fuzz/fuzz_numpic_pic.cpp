@@ -4,6 +4,7 @@
 #include "fuzz_numpic.h"
 #include "format/numpicint.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -49,9 +50,11 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     std::string user = Translate(FMTUnTokenizeNumberPic, b, tokens, 10 * tokens.size() + 1);
     Translate(FMTUnTokenizeNumberPic, b, in.picture, 10 * n + 1);
     Translate(FMTCnvOldNumberPic, b, in.picture, 10 * n + 1);
-    // A symbol made of picture characters (digits, quotes, signs) is one no
-    // locale has: the round trip is judged for the others.
-    bool plainSymbol = in.symbol.find_first_of("#0123456789;'\"_-()%\\") == std::string::npos;
+    // A symbol made of picture characters (digits, quotes, signs) or of the
+    // bytes that stand for tokens is one no locale has: the round trip is
+    // judged for the others.
+    bool plainSymbol = in.symbol.find_first_of("#0123456789;'\"_-()%\\") == std::string::npos &&
+                       std::none_of(in.symbol.begin(), in.symbol.end(), [](char c) { return c >= 1 && c <= 0x10; }); // nor token bytes
     if (valid && plainSymbol && !FMTIsNumberPicTokenized(in.picture.c_str()) && user.size() < 64 && !FormsOverlap(b, user)) {
         b.lpszPicture = const_cast<char*>(user.c_str());
         FuzzRequire(FMTIsNumberPicValid(&b) == 1);
