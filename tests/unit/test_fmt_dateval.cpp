@@ -77,7 +77,7 @@ TEST(FMTUnformatDateTimeStr, Pictures) {
     ExpectReads("FMTUnformatDateTimeStr", FMTUnformatDateTimeStr, {
         {"Dec 31, 1999", 1, Picture("MMMM dd, yyyy"), 1, kDec31, kDate}, {"December 31, 1999", 1, Picture("MMM dd, yyyy"), 1, kDec31, kDate},
         {"31.12.1999", 1, Picture("dd/MM/yyyy"), 1, kDec31, kDate}, {"19991231", 2, Picture("yyyy-MM-dd"), 1, kDec31, kDate},
-        {"12/31/0099", 1, Picture("M/d/yy")},
+        {"12/31/0099", 1, Picture("M/d/yy")}, {"12 31 1999", 1, Picture("MM' 'dd' 'yyyy"), 1, kDec31, kDate},
         {"12/31/99", 1, Picture("M/d/yyyy"), 1, kDec31, kDate},
         {"12/31/1999 22:30", 2, Picture("M/d/yyyy hhhh:mm"), 1, D(12, 31, 1999, 22, 30), kBoth},
         {"22:30", 1, Picture("hhhh:mm"), 1, T(22, 30), kTime}, {"22-30", 1, Picture("hhhh:mm"), 1, T(22, 30), kTime}, {"22 x", 1, Picture("hhhh:mm")},
