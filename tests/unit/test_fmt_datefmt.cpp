@@ -57,6 +57,7 @@ TEST(FMTFormatDateTime, Pictures) {
         {At(11), Style(1), "1/1/00 11:00:00 AM", FMT_DATETIME},
         {k130509, [](FMTCNTLBLOCK& b) { b.iDateType = 1, b.dwFlags = 0; }, "1/1/00", FMT_DATETIME},
         {At(7, 5, 9, 123), sep(".", FMTF_MICROSECONDS), "7.05.09.000123", FMT_TIME}, {At(7, 5, 9), sep("::::", 0), "7::05::09", FMT_TIME},
+        {At(7, 5, 9), sep("", 0), "70509", FMT_TIME},
         {At(7), Pic("hhhh"), "7", FMT_TIME}, {At(7), Zero("hhhh"), "07", FMT_TIME}, {At(7), Zero("hhhh", FMTF_NOHOURZERO), "7", FMT_TIME},
         {At(7), Zero("hhh h"), "7 7", FMT_TIME}, {At(21), Zero("hh"), "09", FMT_TIME},
         {At(0, 9, 10), Pic("mm ss"), "09 10", FMT_TIME}, {At(7), Pic("h", 0, 2), "", FMT_TIME}, {kJan1, Pic("S"), "", FMT_TIME},
