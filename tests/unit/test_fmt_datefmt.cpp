@@ -142,12 +142,16 @@ TEST(FMTGetMaxFormattedDTLen, Widths) {
         {FMT_DATETIME, Style(1), 0, (6 + 13 + 2) + 8 + 1 + 11, FMTF_DEFAULTTIME}, {FMT_DATE, Pic("x", 0, 2), 5, 5, 0},
         {FMT_DATETIME, Pic("x", FMTF_DEFAULTTIME, 3), 5, 11, FMTF_DEFAULTTIME}, {FMT_DATE, Pic("x", 0, 4), 5, 5, 0},
     };
+    DateBlock first(FMT_DATE); // the thread's item and the calendar's names are made before any count
+    FMTGetMaxFormattedDTLen(first.get(), 0);
     for (const auto& r : rows) {
         DateBlock b(r.nType);
         if (r.setup) r.setup(b.b);
         std::string what = Described(b.b) + ", nMinimum " + std::to_string(r.nMinimum);
+        ScriptedHeap heap;
         int got = FMTGetMaxFormattedDTLen(b.get(), r.nMinimum);
-        EXPECT_EQ(std::make_pair(got, b->dwFlags), std::make_pair(r.result, r.flagsAfter)) << "FMTGetMaxFormattedDTLen of " << what << " (result, flags)";
+        EXPECT_EQ(std::make_tuple(got, b->dwFlags, heap.Outstanding()), std::make_tuple(r.result, r.flagsAfter, 0))
+            << "FMTGetMaxFormattedDTLen of " << what << " (result, flags, blocks left)";
     }
 }
 

@@ -57,6 +57,8 @@ TEST(FmtNumFormat, AllDigitsAndRefusals) {
     EXPECT_EQ(Format(b), "1,234") << "FMTF_ALLDIGITS, no fraction";
     b.numValue.bLength = 0;
     EXPECT_EQ(Format(b), "") << "a null number";
+    b.nType = FMT_PICTURE, b.lpszPicture = const_cast<char*>("#,##0");
+    EXPECT_EQ(Format(b), "") << "a null number under a picture";
     b.dwFlags &= ~DWORD(FMTF_NUMBERVALUE), b.numValue = Num("1");
     Format(b, 0);
     b.dwFlags |= FMTF_NUMBERVALUE;
