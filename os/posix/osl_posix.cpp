@@ -448,8 +448,25 @@ DWORD profileString(LPCSTR, LPCSTR, LPCSTR fallback, LPSTR out, DWORD size) {
     return DWORD(n);
 }
 BOOL writeProfile(LPCSTR, LPCSTR, LPCSTR) { return 0; }
-int loadString(HINSTANCE, UINT, LPSTR out, int size) {
-    if (out && size > 0) *out = 0;
+// The library's string table, compiled in from the list the resource script
+// also reads; the module handle doesn't matter, there is one library.
+struct StringResource { UINT id; const char* text; };
+constexpr StringResource kStrings[] = {
+#define OXL_STRING(id, text) {id, text},
+#include "resources/print_strings.inc"
+#undef OXL_STRING
+};
+int loadString(HINSTANCE, UINT id, LPSTR out, int size) {
+    if (!out || size <= 0) return 0;
+    *out = 0;
+    for (const StringResource& s : kStrings) {
+        if (s.id != id) continue;
+        int n = int(std::strlen(s.text));
+        if (n > size - 1) n = size - 1;
+        std::memcpy(out, s.text, size_t(n));
+        out[n] = 0;
+        return n;
+    }
     return 0;
 }
 
@@ -469,11 +486,19 @@ constexpr OslTextService kText = {acp, leadByte, charNext, charNextEx, charPrevE
 constexpr OslCrtService kCrt = {crtAtof, crtGcvt, crtSetlocale};
 constexpr OslProfileService kProfile = {profileInt, profileString, writeProfile, loadString};
 constexpr OslFileService kFile = {createFile, searchPath, deleteFile, closeFile};
-constexpr OslWindowService kWindow = {messageBox, activeWindow};
+// No windows and no printers: every other entry answers as the API does when
+// it fails (0, FALSE or a null handle).
+template <class R, class... A>
+R WINAPI none(A...) { return R(); }
+constexpr OslWindowService kWindow = {messageBox, none, activeWindow, none, none, none, none, none, none, none, none,
+                                      none, none, none, none, none, none, none, none, none, none, none, none,
+                                      none, none, none, none, none, none, none, none, none, none};
+constexpr OslGraphicsService kGraphics = {none, none, none, none, none, none, none, none, none, none, none, none,
+                                          none, none, none, none, none, none, none, none, none, none, none};
 
 } // namespace
 
-constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kProfile, &kFile, &kWindow};
+constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kProfile, &kFile, &kWindow, &kGraphics};
 constinit OslServices gOsl = gOslNative;
 
 // No system notification tells a shared object that it was loaded; the

@@ -82,9 +82,18 @@ constexpr OslTextService kText = {
 constexpr OslCrtService kCrt = {crtAtof, crtGcvt, crtSetlocale};
 constexpr OslProfileService kProfile = {profileInt, profileString, writeProfile, loadString};
 constexpr OslFileService kFile = {createFile, searchPath, deleteFile, closeHandle};
-constexpr OslWindowService kWindow = {MessageBoxA, MessageBeep, GetActiveWindow, SendMessageA, SendMessageTimeoutA};
+constexpr OslWindowService kWindow = {
+    MessageBoxA, MessageBeep, GetActiveWindow, SendMessageA, SendMessageTimeoutA,
+    GetWindowLongPtrA, GetWindow, GetParent, FindWindowA, EnableWindow, IsWindow, GetWindowThreadProcessId,
+    GetDesktopWindow, GetWindowRect, GetDC, ReleaseDC, IsIconic, ScreenToClient, MoveWindow,
+    DialogBoxParamA, CreateDialogParamA, DestroyWindow, PeekMessageA, IsDialogMessageA, TranslateMessage,
+    DispatchMessageA, SetWindowTextA, SetDlgItemTextA, GetDlgItem, UpdateWindow, SetFocus, GetSystemMenu,
+    EnableMenuItem,
+};
 constexpr OslGraphicsService kGraphics = {
     CreateDCA, CreateICA, DeleteDC, StartDocA, StartPage, EndPage, EndDoc, SetAbortProc, Escape, GetDeviceCaps,
+    SaveDC, RestoreDC, ResetDCA, SetMapMode, GetClipBox, DPtoLP, LPtoDP, SetWindowOrgEx, SetViewportOrgEx,
+    SetWindowExtEx, SetViewportExtEx, SetBkMode, Rectangle,
 };
 constexpr OslSpoolerService kSpooler = {
     OpenPrinterA, ClosePrinter, GetPrinterA, EnumPrintersA, DocumentPropertiesA, DeviceCapabilitiesA,
