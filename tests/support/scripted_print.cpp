@@ -32,6 +32,7 @@ int WINAPI messageBox(HWND, LPCSTR text, LPCSTR caption, UINT style) {
     return IDOK;
 }
 LRESULT WINAPI sendMessage(HWND w, UINT m, WPARAM wp, LPARAM lp) {
+    note("send:" + std::to_string(m) + "," + std::to_string(wp) + "," + std::to_string(lp));
     return w == sP.dialog && sP.dialogProc ? sP.dialogProc(w, m, wp, lp) : 0;
 }
 LONG_PTR WINAPI windowLong(HWND w, int index) {
@@ -123,7 +124,7 @@ BOOL WINAPI isDialogMessage(HWND dialog, LPMSG msg) {
     return TRUE;
 }
 BOOL WINAPI translate(const MSG*) { return TRUE; }
-LRESULT WINAPI dispatch(const MSG*) { return 0; }
+LRESULT WINAPI dispatch(const MSG*) { return note("dispatch"), 0; }
 BOOL WINAPI windowText(HWND, LPCSTR text) {
     note(std::string("caption:") + (text ? text : ""));
     return TRUE;
@@ -136,8 +137,8 @@ HWND WINAPI dlgItem(HWND, int id) { return reinterpret_cast<HWND>(intptr_t(0xB00
 BOOL WINAPI update(HWND) { return TRUE; }
 HWND WINAPI focus(HWND) { return nullptr; }
 HMENU WINAPI systemMenu(HWND, BOOL) { return reinterpret_cast<HMENU>(0x5E0); }
-BOOL WINAPI menuItem(HMENU, UINT id, UINT flags) {
-    note("menu:" + std::to_string(id) + "," + std::to_string(flags));
+BOOL WINAPI menuItem(HMENU menu, UINT id, UINT flags) {
+    note("menu:" + std::to_string(reinterpret_cast<uintptr_t>(menu)) + "," + std::to_string(id) + "," + std::to_string(flags));
     return TRUE;
 }
 

@@ -1,6 +1,7 @@
 // The window helpers over scripted windows: a 1280 by 1024 screen at 96
 // pixels an inch.
 #include "os/osl.h"
+#include "tests/support/scripted_osl.h"
 #include "tests/support/scripted_print.h"
 #include "ui/dlg.h"
 
@@ -16,6 +17,7 @@ TEST_P(DlgPixels, Rounded) {
     ScriptedPrint print({});
     EXPECT_EQ(DlgGetScreenPixels(row.length, row.vertical), row.pixels)
         << "DlgGetScreenPixels(" << row.length << ", " << row.vertical << ")";
+    EXPECT_EQ(print.Calls({"DeleteDC"}), "DeleteDC") << "the information context is deleted";
 }
 INSTANTIATE_TEST_SUITE_P(Table, DlgPixels, ::testing::ValuesIn(kPixels));
 
@@ -42,6 +44,23 @@ TEST(DlgEnableAll, AWindowDisabledBeforeStaysSo) {
     EXPECT_EQ(DlgEnableAllWindows(nullptr, nullptr, FALSE, nullptr), nullptr) << "a null instance";
     EXPECT_EQ(DlgEnableAllWindows(inst, nullptr, TRUE, nullptr), nullptr) << "enabling with no record";
 }
+
+// On NT a window must be of the instance too; elsewhere the thread decides.
+struct PlatformRow { DWORD platform; const char* calls; };
+const PlatformRow kPlatforms[] = {{2, "disable:256"}, {1, "disable:256 disable:272"}};
+class DlgEnablePlatform : public ::testing::TestWithParam<PlatformRow> {};
+TEST_P(DlgEnablePlatform, InstanceOnNT) {
+    ScriptedSystem system(0x409, 0x409, GetParam().platform);
+    ScriptedPrint print({});
+    HINSTANCE inst = reinterpret_cast<HINSTANCE>(0x40), another = reinterpret_cast<HINSTANCE>(0x50);
+    DWORD me = gOsl.sync->GetCurrentThreadId();
+    print.AddWindow({nullptr, 0, inst, me, {}, false});
+    print.AddWindow({nullptr, 0, another, me, {}, false});
+    HGLOBAL saved = DlgEnableAllWindows(inst, nullptr, FALSE, nullptr);
+    EXPECT_EQ(print.Calls({"disable:"}), GetParam().calls) << "platform " << GetParam().platform;
+    DlgEnableAllWindows(inst, nullptr, TRUE, saved);
+}
+INSTANTIATE_TEST_SUITE_P(Table, DlgEnablePlatform, ::testing::ValuesIn(kPlatforms));
 
 TEST(DlgEnableAll, FiftyAtMost) {
     ScriptedPrint print({});
@@ -86,6 +105,13 @@ TEST_P(DlgCentre, OnScreen) {
     EXPECT_EQ(print.Calls({"move:"}), row.move) << row.name;
 }
 INSTANTIATE_TEST_SUITE_P(Table, DlgCentre, ::testing::ValuesIn(kCentres));
+
+TEST(DlgCentre, NoParentNoOwnerTheDesktop) {
+    ScriptedPrint print({});
+    HWND dialog = print.AddWindow({nullptr, 0, nullptr, 0, {0, 0, 200, 100}, false});
+    DlgCenterDialog(dialog);
+    EXPECT_EQ(print.Calls({"move:"}), "move:540,462,200,100");
+}
 
 TEST(DlgCentre, ChildDialogInParentCoordinates) {
     ScriptedPrint print({});

@@ -17,11 +17,16 @@ struct Host {
     int sheets = 1;
     LONG nextBand = 1;
     int frames = 0;
+    bool abortAtBand = false; // the host calls PrintAbort while drawing
+    bool strayCommand = false; // a WM_COMMAND reaches DlgFnAbort for no dialog
 };
-LONG callback(HDC, int code, RECT*, void* data, LPARAM, LPARAM, LPARAM) {
+LONG callback(HDC, int code, RECT*, void* data, LPARAM r1, LPARAM r2, LPARAM r3) {
     Host* h = static_cast<Host*>(data);
+    if (r1 || r2 || r3) h->print->Note("cb:reserved values not 0");
     const char* name = code == PRINT_STARTDOC ? "STARTDOC" : code == PRINT_NEXTBAND ? "NEXTBAND" : code == PRINT_NEWFRAME ? "NEWFRAME" : "ENDDOC";
     h->print->Note(std::string("cb:") + name);
+    if (code == PRINT_NEXTBAND && h->abortAtBand) PrintAbort(h->print->Dc());
+    if (code == PRINT_NEXTBAND && h->strayCommand) DlgFnAbort(nullptr, WM_COMMAND, 0, 0);
     if (code == PRINT_NEXTBAND) return h->nextBand;
     if (code == PRINT_NEWFRAME) return ++h->frames < h->sheets;
     return 1;
@@ -36,7 +41,7 @@ int OXLCALLBACK pageNumber(LPARAM user) { return int(user); }
 
 const std::initializer_list<const char*> kCalls = {"CreateDCA", "DeleteDC", "SaveDC", "RestoreDC", "StartDocA", "StartPage",
                                                    "EndPage", "EndDoc", "ResetDCA", "cb:", "box:", "disable:", "enable:",
-                                                   "ep:", "destroy", "dialog:", "cancel"};
+                                                   "ep:", "destroy", "dialog:", "cancel", "dispatch", "send:"};
 
 struct Row {
     const char* name;
@@ -50,6 +55,7 @@ struct Row {
 
 #define OPEN "CreateDCA disable:256 dialog:PrintAbortDialog StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage"
 #define CLOSE "cb:ENDDOC EndDoc enable:256 destroy DeleteDC"
+#define OPEN_CANCEL "CreateDCA disable:256 dialog:PrintAbortDialog StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND send:273,0,0 enable:256 destroy EndPage EndDoc DeleteDC"
 const Row kJobs[] = {
     {"one sheet", {}, 1, 0, false, false, 0, OPEN " cb:NEWFRAME " CLOSE},
     {"two sheets", {}, 2, 0, false, false, 0, OPEN " cb:NEWFRAME StartPage cb:NEXTBAND EndPage cb:NEWFRAME " CLOSE},
@@ -85,7 +91,9 @@ const Row kJobs[] = {
     {"no dialog", {}, 1, PRINT_NO_DIALOG, false, false, 0,
      "CreateDCA StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage cb:NEWFRAME cb:ENDDOC EndDoc DeleteDC"},
     {"no dialog, Cancel pumped goes nowhere", {.escapes = {12}, .cancelAtPeek = 1}, 1, PRINT_NO_DIALOG, false, false, 0,
-     "CreateDCA StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage cancel cb:NEWFRAME cb:ENDDOC EndDoc DeleteDC"},
+     "CreateDCA StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage cancel dispatch cb:NEWFRAME cb:ENDDOC EndDoc DeleteDC"},
+    {"no dialog, a message pumped by the abort procedure", {.abortAtEndPage = {{1, 0}}, .cancelAtPeek = 1}, 1, PRINT_NO_DIALOG,
+     false, false, 0, "CreateDCA StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage cancel dispatch cb:NEWFRAME cb:ENDDOC EndDoc DeleteDC"},
     {"the host's context", {}, 1, 0, true, false, 0,
      "SaveDC disable:256 dialog:PrintAbortDialog StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage cb:NEWFRAME cb:ENDDOC EndDoc enable:256 destroy RestoreDC:3"},
     {"the host's context, StartDocA fails", {.startDoc = -1}, 1, 0, true, false, 3,
@@ -182,6 +190,45 @@ TEST_P(PrintJobBins, ResetBetweenSheets) {
     EXPECT_EQ(mode.dmDefaultSource, row.endBin) << row.name;
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintJobBins, ::testing::ValuesIn(kBins));
+
+TEST(PrintJobAbort, PrintAbortActsAsCancel) {
+    ScriptedPrint print({});
+    HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, {}, false});
+    PrintJobInfo job = jobInfo(0);
+    Host host{nullptr, &print, 3};
+    host.abortAtBand = true;
+    PrintRunJob(parent, &job, callback, &host);
+    EXPECT_EQ(print.Calls(kCalls), OPEN_CANCEL);
+    EXPECT_EQ(job.Status, PRINT_STATUS_USERABORT);
+}
+
+TEST(PrintJobAbort, ACommandForNoDialogStopsNothing) {
+    ScriptedPrint print({});
+    HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, {}, false});
+    PrintJobInfo job = jobInfo(PRINT_NO_DIALOG);
+    Host host{nullptr, &print, 1};
+    host.strayCommand = true;
+    PrintRunJob(parent, &job, callback, &host);
+    EXPECT_EQ(job.Status, PRINT_STATUS_DONE);
+}
+
+void OXLCALLBACK onInit(HWND dialog) {
+    gPrint->Note("init");
+    DlgFnAbort(dialog, WM_INITMENU, 0, 0);
+    EXPECT_EQ(DlgFnAbort(dialog, 0x400, 0, 0), 0) << "another message";
+}
+void OXLCALLBACK onDestroy(HWND) { gPrint->Note("destroyproc"); }
+TEST(PrintJobAbort, DialogHooksAndTheCloseEntry) {
+    ScriptedPrint print({});
+    gPrint = &print;
+    HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, {}, false});
+    PrintJobInfo job = jobInfo(0);
+    job.DialogInitProc = onInit;
+    job.DialogDestroyProc = onDestroy;
+    Host host{nullptr, &print, 1};
+    PrintRunJob(parent, &job, callback, &host);
+    EXPECT_EQ(print.Calls({"init", "menu:", "destroy"}), "init menu:1504,61536,1 destroy destroyproc");
+}
 
 TEST(PrintJobSlots, ArrayGrowsByTwoAndGoesWhenEmpty) {
     HDC a = reinterpret_cast<HDC>(1), b = reinterpret_cast<HDC>(2), c = reinterpret_cast<HDC>(3);

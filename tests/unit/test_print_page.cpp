@@ -10,10 +10,11 @@ namespace {
 struct Draw {
     ScriptedPrint* print;
     std::vector<std::pair<LONG, LONG>> flags; // MoreAcross, MoreDown for each call in turn; last repeats
-    int calls = 0, pages = 1, asked = 0;
+    int calls = 0, pages = 1, asked = 0, badArgs = 0;
 };
-LONG OXLCALLBACK drawPage(HDC, int code, RECT* band, LPARAM data, LPARAM, LPARAM, LPARAM, LONG* across, LONG* down) {
+LONG OXLCALLBACK drawPage(HDC, int code, RECT* band, LPARAM data, LPARAM r1, LPARAM r2, LPARAM r3, LONG* across, LONG* down) {
     Draw* d = reinterpret_cast<Draw*>(data);
+    if (r1 || r2 || r3) ++d->badArgs;
     d->print->Note("draw:" + std::to_string(code) + "," + std::to_string(band->right) + "," + std::to_string(band->bottom) +
                    "," + std::to_string(*across) + std::to_string(*down));
     size_t i = std::min(size_t(d->calls), d->flags.size() - 1);
@@ -67,7 +68,7 @@ const Row kTiles[] = {
     {"width cut, snap: clip short of the height keeps it", 9000, 10000, 0, 0, 0, 0, 1,
      {.offsetY = 50, .clip = {0, 0, 8500, -10000}}, 1, 0, {{1, 1}}, 1, 1, 8500, 10000},
     {"width cut, snap: clip far short of the height makes it the paper's", 9000, 10000, 0, 0, 0, 0, 1,
-     {.offsetY = 50, .clip = {0, 0, 8500, -8999}}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
+     {.offsetY = 50, .clip = {0, -100, 8500, -9099}}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
     {"height cut, snap: clip far short of the width", 8000, 12000, 0, 0, 0, 0, 1,
      {.offsetX = 25, .clip = {0, 0, 7499, -11000}}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
     {"an empty clip box: no drawing", 8500, 11000, 0, 0, 0, 0, 1, {.clip = {0, 0, 0, -11000}}, 1, 0, {{1, 1}}, 1, 0, 8500, 11000},
@@ -98,6 +99,7 @@ TEST_P(PageTiles, SheetsAndSize) {
     info.HostData = reinterpret_cast<LPARAM>(&draw);
     EXPECT_EQ(PagePrint(parent, &info), 1);
     EXPECT_EQ(draw.calls, row.sheets) << "DrawPage calls for " << row.name;
+    EXPECT_EQ(draw.badArgs, 0) << "DrawPage's three reserved values are 0: " << row.name;
     EXPECT_EQ(info.PageWidth, row.endWidth) << "PageWidth after " << row.name;
     EXPECT_EQ(info.PageHeight, row.endHeight) << "PageHeight after " << row.name;
     EXPECT_EQ(draw.asked, row.pages) << "NextPage calls for " << row.name;
@@ -117,13 +119,21 @@ const MapRow kMaps[] = {
      "copies:2 worg:0,0 vorg:0,0 frame:0,0,8500,-22000 draw:3,850,1100,00 "
      "worg:0,-11000 vorg:0,0 frame:0,-11000,8500,-33000 draw:3,850,1100,00 next"},
     {"2 by 1 with the printing offset", 17000, 10000,
-     {.escapes = {9, 12, 13}, .offsetX = 25, .offsetY = 50, .clip = {0, 0, 8000, -10000}},
+     {.escapes = {9, 12, 13}, .offsetX = 25, .offsetY = 50, .clip = {250, -500, 8250, -10500}},
      "copies:2 worg:0,0 vorg:-25,-50 frame:0,0,17000,-10000 draw:3,850,1100,00 "
      "worg:8250,0 vorg:0,-50 frame:8250,0,25250,-10000 draw:3,850,1100,00 next"},
     {"1 by 2 with the printing offset", 8000, 21000,
      {.escapes = {9, 12, 13}, .offsetX = 25, .offsetY = 50, .clip = {0, 0, 8000, -10000}},
      "copies:2 worg:0,0 vorg:-25,-50 frame:0,0,8000,-21000 draw:3,850,1100,00 "
      "worg:0,-11500 vorg:-25,0 frame:0,-11500,8000,-32500 draw:3,850,1100,00 next"},
+    {"an offset but no printing-offset escape: margins 0", 17000, 11000, {.offsetX = 25, .offsetY = 50},
+     "copies:2 worg:0,0 vorg:0,0 frame:0,0,17000,-11000 draw:3,850,1100,00 "
+     "worg:8500,0 vorg:0,0 frame:8500,0,25500,-11000 draw:3,850,1100,00 next"},
+    {"3 by 1 with the printing offset: the third column", 25000, 10000,
+     {.escapes = {9, 12, 13}, .offsetX = 25, .offsetY = 50, .clip = {0, 0, 8000, -10000}},
+     "copies:2 worg:0,0 vorg:-25,-50 frame:0,0,25000,-10000 draw:3,850,1100,00 "
+     "worg:8250,0 vorg:0,-50 frame:8250,0,33250,-10000 draw:3,850,1100,00 "
+     "worg:16750,0 vorg:0,-50 frame:16750,0,41750,-10000 draw:3,850,1100,00 next"},
 };
 class PageMapping : public ::testing::TestWithParam<MapRow> {};
 TEST_P(PageMapping, Origins) {
