@@ -2,7 +2,7 @@
 // made before the attach step and unmade after the detach step.
 #include "libstate.h"
 
-#include "../format/fmt.h"
+#include "../format/fmtint.h"
 #include <oxlrt31/intl.h>
 #include "../os/osl.h"
 #include "../print/print.h"

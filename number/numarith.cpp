@@ -5,23 +5,15 @@
 
 #include <cstdint>
 #include <cstring>
+#if defined(__SSE2__) && !defined(OXL_NUM_PORTABLE)
+#include <emmintrin.h>
+#endif
 
 namespace {
 
 // The sum's work area: 24 digit positions, the top's alignment fixing the
 // first one.
 constexpr int kWorkDigits = 24;
-
-// The data lengths of two records for the paths that take records of 2 to
-// 24 data bytes; false for other lengths, and for a length byte with bit 7
-// set (whose length is read from bits 0-3: NumpLengthArith), which the
-// paths that unpack both records take as well.
-inline bool plainLengths(const tagNUMBER* a, const tagNUMBER* b, int* la, int* lb) {
-    int x = a->bLength, y = b->bLength;
-    *la = x & 0x3F;
-    *lb = y & 0x3F;
-    return !((x | y) & 0x80) && unsigned(*la - 2) <= 22 && unsigned(*lb - 2) <= 22;
-}
 
 // Order of the magnitudes by exponent, then digit by digit with missing
 // digits read as 0. Equal magnitudes give 0.
@@ -34,11 +26,6 @@ int compareMagnitudes(const NumpOperand& a, const NumpOperand& b) {
     }
     return 0;
 }
-
-// Eight digits (0..99) in base 100, the last in the low byte: the block of
-// work[0..8) turned so that carries run from the low byte up.
-inline uint64_t loadDigits8(const BYTE* p) { return __builtin_bswap64(NumpLoad8(p)); }
-inline void storeDigits8(BYTE* p, uint64_t w) { NumpStore8(p, __builtin_bswap64(w)); }
 
 // a + b + carry on eight base-100 digits at once. Each byte of b is raised by
 // 156, so that a byte of the binary sum passes 255 exactly when its digits'
@@ -106,17 +93,25 @@ int addMagnitudes(tagNUMBER* out, const NumpOperand& top, const NumpOperand& bot
     if (bottomCount > 0) NumpCopy(other + lead + shift, bottom.digits, bottomCount);
     unsigned carry = 0;
     for (int i = kWorkDigits - 8; i >= 0; i -= 8) {
-        uint64_t a = loadDigits8(work + i), b = loadDigits8(other + i);
-        storeDigits8(work + i, add ? addDigits8(a, b, &carry) : subtractDigits8(a, b, &carry));
+        uint64_t a = NumpLoadPlaces8(work + i), b = NumpLoadPlaces8(other + i);
+        NumpStorePlaces8(work + i, add ? addDigits8(a, b, &carry) : subtractDigits8(a, b, &carry));
     }
     return NumpWriteNormal(out, work, count, negative, top.exponent + lead);
 }
 
-// The work area of 24 places as three words, place 0 in the top byte of w0
-// (the first place most significant, as in one 192-bit number).
-struct Area {
-    uint64_t w0, w1, w2;
-};
+// Sixteen bytes side by side (SSE2 registers where the target has them).
+typedef BYTE Bytes16 __attribute__((vector_size(16)));
+inline bool anyAbove99(Bytes16 v) {
+#if defined(__SSE2__) && !defined(OXL_NUM_PORTABLE)
+    __m128i over = _mm_subs_epu8(__m128i(v), _mm_set1_epi8(99));
+    return _mm_movemask_epi8(_mm_cmpeq_epi8(over, _mm_setzero_si128())) != 0xFFFF;
+#else
+    Bytes16 above = v > 99;
+    uint64_t h[2];
+    std::memcpy(h, &above, 16);
+    return (h[0] | h[1]) != 0;
+#endif
+}
 
 // A record's `count` digits, complemented when negative, at `offset` (0..23)
 // in a zeroed area of 24 places; the digits that fall behind place 23 are
@@ -127,76 +122,6 @@ inline void placeDigits(BYTE* room, const BYTE* digits, int count, bool negative
     NumpCopyDigits(room + offset, digits, count, negative);
 }
 
-// x + y or x - y on the areas as on two 192-bit numbers, one carry or borrow
-// chain through all 24 places, each byte then put back into base 100. For
-// the sum every byte of y is first raised by 156, so that a byte passes 255
-// exactly when its digits' sum reaches 100; the difference of a byte that
-// borrowed reads 256 more than its digit difference. Either way 156 comes off
-// the bytes whose carry did not (sum) or did (difference) leave them. What
-// leaves place 0 is dropped: nothing for a sum, whose place 0 is the empty
-// place in front.
-template <bool kAdd>
-inline Area addAreas(const Area& x, const Area& y) {
-    const uint64_t raise = kAdd ? 156 * kNumpOnes : 0;
-    uint64_t y0 = y.w0 + raise, y1 = y.w1 + raise, y2 = y.w2 + raise;
-    uint64_t s0, s1, s2;
-    unsigned c0 = 0;
-    if (kAdd) {
-        unsigned c2 = __builtin_add_overflow(x.w2, y2, &s2);
-        unsigned c1 = __builtin_add_overflow(x.w1, y1, &s1);
-        c1 |= __builtin_add_overflow(s1, uint64_t(c2), &s1);
-        s0 = x.w0 + y0 + c1;
-    } else {
-        unsigned c2 = __builtin_sub_overflow(x.w2, y2, &s2);
-        unsigned c1 = __builtin_sub_overflow(x.w1, y1, &s1);
-        c1 |= __builtin_sub_overflow(s1, uint64_t(c2), &s1);
-        c0 = __builtin_sub_overflow(x.w0, y0, &s0);
-        c0 |= __builtin_sub_overflow(s0, uint64_t(c1), &s0);
-    }
-    // Bit 8k of (s ^ x ^ y) is the carry into byte k: moved down a byte, what
-    // left each byte, the top byte's taken from bit 0 of the word in front.
-    uint64_t r0 = s0 ^ x.w0 ^ y0, r1 = s1 ^ x.w1 ^ y1, r2 = s2 ^ x.w2 ^ y2;
-    uint64_t t0 = (r0 >> 8 | uint64_t(c0) << 56) & kNumpOnes;
-    uint64_t t1 = (r1 >> 8 | r0 << 56) & kNumpOnes;
-    uint64_t t2 = (r2 >> 8 | r1 << 56) & kNumpOnes;
-    if (kAdd) {
-        t0 ^= kNumpOnes;
-        t1 ^= kNumpOnes;
-        t2 ^= kNumpOnes;
-    }
-    return {s0 - t0 * 156, s1 - t1 * 156, s2 - t2 * 156};
-}
-
-// Zero, and a rounding that must look at the digits: NumpWriteNormal itself.
-__attribute__((noinline, cold)) void writeWork(tagNUMBER* out, BYTE* work, bool negative, int exponent) {
-    NumpWriteNormal(out, work, kWorkDigits, negative, exponent);
-}
-
-// NumpWriteNormal of the 24 places of `r` (exponent E for place 0), most of
-// the way in words: the first place above 0 and the last come from the
-// words' leading and trailing zero bytes. Zero, and a rounding that carries,
-// are left to NumpWriteNormal itself; the bytes are the same either way.
-inline void writeArea(tagNUMBER* out, const Area& r, bool negative, int exponent) {
-    alignas(8) BYTE work[kWorkDigits];
-    storeDigits8(work, r.w0);
-    storeDigits8(work + 8, r.w1);
-    storeDigits8(work + 16, r.w2);
-    if (r.w0 == 0) return writeWork(out, work, negative, exponent);
-    int first = __builtin_clzll(r.w0) >> 3, count;
-    if (first <= int(negative)) { // more places than the limit of 23 (22 negative)
-        int limit = NUM_MAX_DIGITS_POS - negative;
-        if (work[first + limit] >= 50) return writeWork(out, work, negative, exponent);
-        count = limit; // the digits behind the limit go, the first of them below 50
-        while (work[first + count - 1] == 0) --count; // stops at the first place
-    } else {
-        int last = r.w2 ? 23 - (__builtin_ctzll(r.w2) >> 3)
-                 : r.w1 ? 15 - (__builtin_ctzll(r.w1) >> 3)
-                        : 7 - (__builtin_ctzll(r.w0) >> 3);
-        count = last + 1 - first;
-    }
-    NumpWriteDigits(out, work + first, count, negative, exponent - first);
-}
-
 // The sum (kAdd) or difference of the magnitudes of two records of 2 to 24
 // data bytes that both have digits, all 0..99, with none of the bottom's
 // left over in front of the work area: each record's digits go straight to
@@ -205,40 +130,46 @@ inline void writeArea(tagNUMBER* out, const Area& r, bool negative, int exponent
 // addMagnitudes, which takes every other case; false when it must. `flip`:
 // b's sign is turned (subtraction).
 template <bool kAdd>
-inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, int lb, bool flip) {
-    // The sign's mask: all ones for a positive record, 0 for a negative one;
-    // E is the exponent byte's low 7 bits, complemented when negative.
-    int signA = int(int8_t(da[0])) >> 7, signB = int(int8_t(db[0])) >> 7;
-    int ea = (da[0] ^ signA ^ 0x7F) & 0x7F, eb = (db[0] ^ signB ^ 0x7F) & 0x7F;
+__attribute__((always_inline)) inline bool addInPlace(tagNUMBER* out, const BYTE* da, int la, const BYTE* db, int lb, bool flip) {
+    // Bit 7 of the exponent byte is set for a positive record; E is the
+    // byte's low 7 bits, complemented when negative.
+    int posA = da[0] >> 7, posB = db[0] >> 7;
+    int ea = (da[0] ^ (posA - 1)) & 0x7F, eb = (db[0] ^ (posB - 1)) & 0x7F;
     constexpr int lead = kAdd ? 1 : 0; // a place in front for the last carry
     int top = ea > eb ? ea : eb;
     int oa = lead + top - ea, ob = lead + top - eb;
     if (oa >= kWorkDigits || ob >= kWorkDigits) return false; // nothing left in the area
-    BYTE roomA[2 * kWorkDigits], roomB[2 * kWorkDigits];
-    placeDigits(roomA, da + 1, la - 2 - signA, !signA, oa);
-    placeDigits(roomB, db + 1, lb - 2 - signB, !signB, ob);
+    // One room for both: a's area, then b's, whose zeros cover what of a's
+    // digits fell behind place 23.
+    alignas(16) BYTE room[3 * kWorkDigits];
+    placeDigits(room, da + 1, la - 2 + posA, !posA, oa);
+    placeDigits(room + kWorkDigits, db + 1, lb - 2 + posB, !posB, ob);
     // The words are read once both copies are done (the compiler would
     // otherwise hold the first area in registers, and spill them, while the
     // second is copied).
     asm volatile("" ::: "memory");
-    uint64_t a0 = NumpLoad8(roomA), a1 = NumpLoad8(roomA + 8), a2 = NumpLoad8(roomA + 16);
-    uint64_t b0 = NumpLoad8(roomB), b1 = NumpLoad8(roomB + 8), b2 = NumpLoad8(roomB + 16);
-    // No digit above 99 (a byte of 128 or more shows in the OR, and without
-    // one, adding 28 to each byte carries into none), and some digit in each.
-    uint64_t anyA = a0 | a1 | a2, anyB = b0 | b1 | b2;
-    const uint64_t up = 28 * kNumpOnes;
-    uint64_t high = anyA | anyB | (a0 + up) | (a1 + up) | (a2 + up) | (b0 + up) | (b1 + up) | (b2 + up);
-    if ((high & kNumpHigh) || !anyA || !anyB) return false;
-    Area x = {__builtin_bswap64(a0), __builtin_bswap64(a1), __builtin_bswap64(a2)};
-    Area y = {__builtin_bswap64(b0), __builtin_bswap64(b1), __builtin_bswap64(b2)};
+    uint64_t a0 = NumpLoad8(room), a1 = NumpLoad8(room + 8), a2 = NumpLoad8(room + 16);
+    uint64_t b0 = NumpLoad8(room + 24), b1 = NumpLoad8(room + 32), b2 = NumpLoad8(room + 40);
+    // No digit above 99 (the largest byte of the two areas tells), and some
+    // digit in each.
+    Bytes16 v0, v1, v2;
+    std::memcpy(&v0, room, 16);
+    std::memcpy(&v1, room + 16, 16);
+    std::memcpy(&v2, room + 32, 16);
+    Bytes16 m = v0 > v1 ? v0 : v1;
+    m = m > v2 ? m : v2;
+    if (anyAbove99(m) || !(a0 | a1 | a2) || !(b0 | b1 | b2)) return false;
+    NumpArea x = {__builtin_bswap64(a0), __builtin_bswap64(a1), __builtin_bswap64(a2)};
+    NumpArea y = {__builtin_bswap64(b0), __builtin_bswap64(b1), __builtin_bswap64(b2)};
 
-    bool aTop = ea != eb       ? ea > eb
-                : x.w0 != y.w0 ? x.w0 > y.w0
-                : x.w1 != y.w1 ? x.w1 > y.w1
-                               : x.w2 >= y.w2;
-    Area r = aTop ? addAreas<kAdd>(x, y) : addAreas<kAdd>(y, x);
-    bool negative = aTop ? !signA : !signB != flip;
-    writeArea(out, r, negative, top + lead);
+    if (kAdd) { // the sum's order doesn't matter, nor its sign, which both share
+        NumpWriteArea(out, NumpAddAreas<true>(x, y), !posA, top + lead);
+        return true;
+    }
+    bool aTop = ea > eb || (ea == eb && (x.w0 != y.w0 ? x.w0 > y.w0 : x.w1 != y.w1 ? x.w1 > y.w1 : x.w2 >= y.w2));
+    NumpArea r = aTop ? NumpAddAreas<kAdd>(x, y) : NumpAddAreas<kAdd>(y, x);
+    bool negative = aTop ? !posA : !posB != flip;
+    NumpWriteArea(out, r, negative, top + lead);
     return true;
 }
 
@@ -254,9 +185,9 @@ __attribute__((noinline)) int addUnpacked(tagNUMBER* out, const tagNUMBER* a, co
     return aTop ? addMagnitudes(out, x, y, add, negative) : addMagnitudes(out, y, x, add, negative);
 }
 
-inline int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
+__attribute__((always_inline)) inline int addOrSubtract(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b, bool subtract) {
     int la, lb;
-    if (plainLengths(a, b, &la, &lb)) {
+    if (NumpPlainLengths(a, b, &la, &lb)) {
         bool add = (a->abData[0] < 0x80) == ((b->abData[0] < 0x80) != subtract);
         if (add ? addInPlace<true>(out, a->abData, la, b->abData, lb, subtract)
                 : addInPlace<false>(out, a->abData, la, b->abData, lb, subtract))
@@ -316,15 +247,6 @@ int toLimbs8(NumpOperand& v, uint64_t* limbs) {
     return n;
 }
 
-// Eight digits (0..99, the first at the lowest address, as a little-endian
-// load gives them) as two limbs: the first four in the low half, the next
-// four in the high half. Pairs of digits gather in 16-bit lanes, pairs of
-// pairs in 32-bit lanes; no lane overflows into the next.
-inline uint64_t twoLimbsOf8(uint64_t w) {
-    uint64_t pairs = (w & 0x00FF00FF00FF00FFull) * 100 + (w >> 8 & 0x00FF00FF00FF00FFull);
-    return (pairs & 0x0000FFFF0000FFFFull) * 10000 + (pairs >> 16 & 0x0000FFFF0000FFFFull);
-}
-
 // A record's digits as limbs from the front, the missing digits of the last
 // 0; the limb count, or 0 when a digit is above 99 or the first digit is 0.
 inline int limbsOf(const BYTE* data, int count, bool negative, uint64_t* limbs) {
@@ -334,15 +256,15 @@ inline int limbsOf(const BYTE* data, int count, bool negative, uint64_t* limbs) 
     uint64_t w0 = NumpLoad8(room), w1 = NumpLoad8(room + 8), w2 = NumpLoad8(room + 16);
     const uint64_t up = 28 * kNumpOnes; // as in addInPlace
     if (((w0 | w1 | w2 | (w0 + up) | (w1 + up) | (w2 + up)) & kNumpHigh) || (w0 & 0xFF) == 0) return 0;
-    uint64_t l0 = twoLimbsOf8(w0);
+    uint64_t l0 = NumpTwoLimbsOf8(w0);
     limbs[0] = uint32_t(l0);
     limbs[1] = l0 >> 32;
     if (count > 8) {
-        uint64_t l1 = twoLimbsOf8(w1);
+        uint64_t l1 = NumpTwoLimbsOf8(w1);
         limbs[2] = uint32_t(l1);
         limbs[3] = l1 >> 32;
         if (count > 16) {
-            uint64_t l2 = twoLimbsOf8(w2);
+            uint64_t l2 = NumpTwoLimbsOf8(w2);
             limbs[4] = uint32_t(l2);
             limbs[5] = l2 >> 32;
         }
@@ -372,7 +294,7 @@ inline uint32_t digitsBehind(uint32_t limb, int k) {
 // carries out of the first place; false then.
 __attribute__((always_inline)) inline bool multiplyNormal(tagNUMBER* out, const tagNUMBER* a, const tagNUMBER* b) {
     int la, lb;
-    if (!plainLengths(a, b, &la, &lb)) return false;
+    if (!NumpPlainLengths(a, b, &la, &lb)) return false;
     const BYTE *da = a->abData, *db = b->abData;
     int signA = int(int8_t(da[0])) >> 7, signB = int(int8_t(db[0])) >> 7; // 0 negative, -1 positive
     int na = la - 2 - signA, nb = lb - 2 - signB;

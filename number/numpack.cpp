@@ -28,3 +28,12 @@ int NumpPack(BYTE* data, BYTE* digits, int count, int negative, int exponent, in
     if (NumpAnyAbove99(digits, count)) carryOversizedDigits(digits, count, &exponent);
     return NumpPackNormal(data, digits, count, negative, exponent, padToWord);
 }
+
+__attribute__((noinline, cold)) void NumpWritePlaces(tagNUMBER* out, uint64_t w0, uint64_t w1, uint64_t w2, bool negative,
+                                                      int exponent) {
+    BYTE work[kNumpPlaces];
+    NumpStorePlaces8(work, w0);
+    NumpStorePlaces8(work + 8, w1);
+    NumpStorePlaces8(work + 16, w2);
+    NumpWriteNormal(out, work, kNumpPlaces, negative, exponent);
+}

@@ -318,4 +318,132 @@ inline int NumpWriteNormal(tagNUMBER* out, BYTE* digits, int count, int negative
     return out->bLength;
 }
 
+// The data lengths of two records for the paths that take records of 2 to
+// 24 data bytes; false for other lengths, and for a length byte with bit 7
+// set (whose length is read from bits 0-3: NumpLengthArith), which the
+// paths that unpack both records take as well.
+inline bool NumpPlainLengths(const tagNUMBER* a, const tagNUMBER* b, int* la, int* lb) {
+    int x = a->bLength, y = b->bLength;
+    *la = x & 0x3F;
+    *lb = y & 0x3F;
+    return !((x | y) & 0x80) && unsigned(*la - 2) <= 22 && unsigned(*lb - 2) <= 22;
+}
+
+// Eight digits (0..99, the first at the lowest address, as a little-endian
+// load gives them) as two limbs: the first four in the low half, the next
+// four in the high half. Pairs of digits gather in 16-bit lanes, pairs of
+// pairs in 32-bit lanes; no lane overflows into the next.
+inline uint64_t NumpTwoLimbsOf8(uint64_t w) {
+    uint64_t pairs = (w & 0x00FF00FF00FF00FFull) * 100 + (w >> 8 & 0x00FF00FF00FF00FFull);
+    return (pairs & 0x0000FFFF0000FFFFull) * 10000 + (pairs >> 16 & 0x0000FFFF0000FFFFull);
+}
+
+// A work area of 24 places (base-100 digits) as three words, place 0 in the
+// top byte of w0: the first place most significant, as in one 192-bit
+// number. Places 8k..8k+7 in memory order load and store through a byte
+// swap.
+constexpr int kNumpPlaces = 24;
+struct NumpArea {
+    uint64_t w0, w1, w2;
+};
+inline uint64_t NumpLoadPlaces8(const BYTE* p) { return __builtin_bswap64(NumpLoad8(p)); }
+inline void NumpStorePlaces8(BYTE* p, uint64_t w) { NumpStore8(p, __builtin_bswap64(w)); }
+
+// x + y or x - y on the areas as on two 192-bit numbers, one carry or borrow
+// chain through all 24 places, each byte then put back into base 100. For
+// the sum every byte of y is first raised by 156, so that a byte carries
+// exactly when its digits' sum reaches 100: a byte that carried holds its
+// digit (0..99), one that did not 156 more (156..255). The difference of a
+// byte that borrowed holds 256 more than its digit (156..255), one that did
+// not its digit. Either way bit 7 marks the bytes that take 156 off. What
+// leaves place 0 is dropped: nothing for a sum, whose place 0 is the empty
+// place in front.
+template <bool kAdd>
+inline NumpArea NumpAddAreas(NumpArea x, NumpArea y) {
+    const uint64_t raise = kAdd ? 156 * kNumpOnes : 0;
+    uint64_t s0 = x.w0, s1 = x.w1, s2 = x.w2, y0 = y.w0 + raise, y1 = y.w1 + raise, y2 = y.w2 + raise;
+#if defined(__x86_64__) && !defined(OXL_NUM_PORTABLE)
+    if (kAdd)
+        __asm__("addq %5, %2\n\tadcq %4, %1\n\tadcq %3, %0" : "+r"(s0), "+r"(s1), "+r"(s2) : "r"(y0), "r"(y1), "r"(y2) : "cc");
+    else
+        __asm__("subq %5, %2\n\tsbbq %4, %1\n\tsbbq %3, %0" : "+r"(s0), "+r"(s1), "+r"(s2) : "r"(y0), "r"(y1), "r"(y2) : "cc");
+#else
+    if (kAdd) {
+        uint64_t c2 = __builtin_add_overflow(s2, y2, &s2);
+        uint64_t c1 = __builtin_add_overflow(s1, y1, &s1);
+        c1 += __builtin_add_overflow(s1, c2, &s1);
+        s0 += y0 + c1;
+    } else {
+        uint64_t c2 = __builtin_sub_overflow(s2, y2, &s2);
+        uint64_t c1 = __builtin_sub_overflow(s1, y1, &s1);
+        c1 += __builtin_sub_overflow(s1, c2, &s1);
+        s0 -= y0 + c1;
+    }
+#endif
+    auto base100 = [](uint64_t w) { return w - (w >> 7 & kNumpOnes) * 156; };
+    return {base100(s0), base100(s1), base100(s2)};
+}
+
+// Zero, and a rounding that carries out of place 0: NumpWriteNormal of all
+// 24 places (numpack.cpp).
+void NumpWritePlaces(tagNUMBER* out, uint64_t w0, uint64_t w1, uint64_t w2, bool negative, int exponent);
+
+// NumpWriteNormal of the 24 places of `r` (0..99 each, exponent E for place
+// 0), in words: the first place above 0 and the last come from the words'
+// leading and trailing zero bytes. With more places than the limit of 23
+// (22 negative) behind the first, those behind the limit go, and when the
+// first of them is 50 or more, 1 is added at the last place kept, carried
+// as NumpAddAreas carries. Zero, and a carry out of place 0, are left to
+// NumpWriteNormal itself; the bytes are the same either way.
+__attribute__((always_inline)) inline void NumpWriteArea(tagNUMBER* out, NumpArea r, bool negative, int exponent) {
+    if (r.w0 == 0) return NumpWritePlaces(out, r.w0, r.w1, r.w2, negative, exponent);
+    int first = __builtin_clzll(r.w0) >> 3;
+    if (first <= int(negative)) {
+        // The last place kept is 22 (21 for a negative whose first place is
+        // 0): the places behind it are the last one or two bytes of w2.
+        int behind = int(negative) > first ? 16 : 8;
+        uint64_t unit = 1ull << behind; // 1 in the last place kept
+        uint64_t dropped = r.w2 & (unit - 1);
+        r.w2 -= dropped;
+        if (dropped >> (behind - 8) >= 50) {
+            if ((r.w2 >> behind & 0xFF) < 99) { // the last place kept takes the 1
+                r.w2 += unit;
+            } else {
+                NumpArea kept = r;
+                r = NumpAddAreas<true>(r, {0, 0, unit});
+                if (r.w0 == 0) return NumpWritePlaces(out, kept.w0, kept.w1, kept.w2 + dropped, negative, exponent);
+                first = __builtin_clzll(r.w0) >> 3;
+            }
+        }
+    }
+    // 23 digits, positive, in places 1..23 or 0..22: the record's 24 data
+    // bytes are the area, moved a place on in the second case, with the
+    // exponent byte in place 0.
+    unsigned place23 = r.w2 & 0xFF, place22 = r.w2 >> 8 & 0xFF;
+    if (!negative && (first == 1 ? place23 != 0 : first == 0 && place22 != 0 && place23 == 0) &&
+        unsigned(exponent - first - NUM_MIN_EXP) <= NUM_MAX_EXP - NUM_MIN_EXP) {
+        uint64_t head = uint64_t(0x80 + exponent - first) << 56;
+        if (first == 0) {
+            head |= r.w0 >> 8;
+            r.w2 = r.w2 >> 8 | r.w1 << 56;
+            r.w1 = r.w1 >> 8 | r.w0 << 56;
+        } else {
+            head |= r.w0;
+        }
+        NumpStorePlaces8(out->abData, head);
+        NumpStorePlaces8(out->abData + 8, r.w1);
+        NumpStorePlaces8(out->abData + 16, r.w2);
+        out->bLength = 24;
+        return;
+    }
+    int last = r.w2 ? 23 - (__builtin_ctzll(r.w2) >> 3)
+             : r.w1 ? 15 - (__builtin_ctzll(r.w1) >> 3)
+                    : 7 - (__builtin_ctzll(r.w0) >> 3);
+    alignas(8) BYTE work[kNumpPlaces];
+    NumpStorePlaces8(work, r.w0);
+    NumpStorePlaces8(work + 8, r.w1);
+    NumpStorePlaces8(work + 16, r.w2);
+    NumpWriteDigits(out, work + first, last + 1 - first, negative, exponent - first);
+}
+
 #endif

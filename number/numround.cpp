@@ -63,7 +63,9 @@ int OXLAPI NumTruncate(tagNUMBER* n, int precision, int scale) {
 }
 
 int OXLAPI NumPower10(tagNUMBER* out, const tagNUMBER* in, int power) {
-    if (power + NUM_EXP_BIAS < NUM_MIN_EXP || power + NUM_EXP_BIAS > NUM_MAX_EXP) {
+    // Compared without adding the bias: any int may come in (readers pass a
+    // typed exponent through NumToLong).
+    if (power < NUM_MIN_EXP - NUM_EXP_BIAS || power > NUM_MAX_EXP - NUM_EXP_BIAS) {
         out->bLength = 0;
         return 0;
     }

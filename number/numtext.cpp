@@ -122,8 +122,11 @@ int OXLAPI NumAsciiToNumber(tagNUMBER* out, const char* text) {
     NumpCopy(reinterpret_cast<BYTE*>(chars + pad + keptWhole), reinterpret_cast<const BYTE*>(fraction), keptFraction);
     int count = int(unsigned(pad + keptWhole + keptFraction + 1) / 2);
     BYTE digits[24];
-    const char* c = chars;
-    for (BYTE* d = digits; d < digits + count; d += 4, c += 8) pairsOf8(c, d);
+    // The first two blocks always (8 digits, inside both arrays whatever the
+    // count), then as many more as the count needs.
+    pairsOf8(chars, digits);
+    pairsOf8(chars + 8, digits + 4);
+    for (int i = 8; i < count; i += 4) pairsOf8(chars + 2 * i, digits + i);
     NumpWriteNormal(out, digits, count, negative, exponent);
     return int(p - text);
 }

@@ -19,6 +19,9 @@ set(rows
   "conv,2.5x|'2.5x' is not a number"
   "calc,1 % 2|expected one of"
   "tour,x|tour: takes no arguments, got 1"
+  "date,hello|\"hello\" is no date-time under the profile's settings"
+  "date,--short|--short needs a value"
+  "date,a,b,c|takes TEXT and perhaps a PICTURE"
 )
 set(failures 0)
 foreach(row IN LISTS rows)

@@ -9,6 +9,7 @@
 #include "../osl.h"
 #include "../../core/libstate.h"
 #include "../codepage.h"
+#include "profile_posix.h"
 #include "shared_posix.h"
 
 #include <clocale>
@@ -300,7 +301,6 @@ void WINAPI systemTime(SYSTEMTIME* st) {
     st->wSecond = WORD(t.tm_sec);
     st->wMilliseconds = WORD(ts.tv_nsec / 1000000);
 }
-int localeInfo(LCID, DWORD, LPSTR, int) { return 0; }
 DWORD copyName(const char* from, LPSTR name, DWORD size) {
     size_t n = std::strlen(from);
     if (n >= size) n = size - 1;
@@ -376,6 +376,8 @@ HWND WINAPI activeWindow() { return nullptr; }
 // The page follows the locale (see above); os/codepage.cpp knows its lead bytes.
 
 UINT WINAPI acp() { return processLocale().acp; }
+// Day and month names of the user's locale; no other item.
+int localeInfo(LCID, DWORD type, LPSTR data, int size) { return OslPosixLocaleInfo(acp(), type, data, size); }
 UINT pageOf(WORD codePage) { return codePage ? codePage : acp(); } // 0 is CP_ACP
 BOOL WINAPI leadByte(BYTE b) { return OslCodePageLeadByte(acp(), b); }
 LPSTR WINAPI charNext(LPCSTR s) { return const_cast<LPSTR>(OslCodePageNext(acp(), s)); }
@@ -405,7 +407,7 @@ int WINAPI strCmpI(LPCSTR a, LPCSTR b) {
     }
 }
 
-// ---- C run-time, profile store, files ------------------------------------
+// ---- C run-time, files ------------------------------------
 
 // The Windows run-time's atof reads decimal and scientific text only; glibc's
 // also takes hexadecimal floats, "inf" and "nan". Those read here as the
@@ -437,39 +439,6 @@ char* crtGcvt(double v, int digits, char* buf) {
 }
 char* crtSetlocale(int cat, const char* loc) { return std::setlocale(cat, loc); }
 
-// An empty profile store: every key reads as its default and nothing is kept.
-UINT profileInt(LPCSTR, LPCSTR, int fallback) { return UINT(fallback); }
-DWORD profileString(LPCSTR, LPCSTR, LPCSTR fallback, LPSTR out, DWORD size) {
-    if (!out || !size) return 0;
-    size_t n = fallback ? std::strlen(fallback) : 0;
-    if (n >= size) n = size - 1;
-    if (n) std::memcpy(out, fallback, n);
-    out[n] = 0;
-    return DWORD(n);
-}
-BOOL writeProfile(LPCSTR, LPCSTR, LPCSTR) { return 0; }
-// The library's string table, compiled in from the list the resource script
-// also reads; the module handle doesn't matter, there is one library.
-struct StringResource { UINT id; const char* text; };
-constexpr StringResource kStrings[] = {
-#define OXL_STRING(id, text) {id, text},
-#include "resources/print_strings.inc"
-#undef OXL_STRING
-};
-int loadString(HINSTANCE, UINT id, LPSTR out, int size) {
-    if (!out || size <= 0) return 0;
-    *out = 0;
-    for (const StringResource& s : kStrings) {
-        if (s.id != id) continue;
-        int n = int(std::strlen(s.text));
-        if (n > size - 1) n = size - 1;
-        std::memcpy(out, s.text, size_t(n));
-        out[n] = 0;
-        return n;
-    }
-    return 0;
-}
-
 HANDLE createFile(LPCSTR, DWORD, DWORD, DWORD, DWORD) { return reinterpret_cast<HANDLE>(-1); }
 DWORD searchPath(LPCSTR, LPCSTR, LPCSTR, DWORD, LPSTR, LPSTR*) { return 0; }
 BOOL deleteFile(LPCSTR) { return 0; }
@@ -484,7 +453,6 @@ constexpr OslSystemService kSystem = {platformId, systemLangId, userLcid, system
 constexpr OslTextService kText = {acp, leadByte, charNext, charNextEx, charPrevEx, charUpper, charLower,
                                   upperBuff, lowerBuff, isAlpha, isAlnum, strCmp, strCmpI};
 constexpr OslCrtService kCrt = {crtAtof, crtGcvt, crtSetlocale};
-constexpr OslProfileService kProfile = {profileInt, profileString, writeProfile, loadString};
 constexpr OslFileService kFile = {createFile, searchPath, deleteFile, closeFile};
 // No windows and no printers: every other entry answers as the API does when
 // it fails (0, FALSE or a null handle).
@@ -498,7 +466,7 @@ constexpr OslGraphicsService kGraphics = {none, none, none, none, none, none, no
 
 } // namespace
 
-constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kProfile, &kFile, &kWindow, &kGraphics};
+constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kOslPosixProfile, &kFile, &kWindow, &kGraphics};
 constinit OslServices gOsl = gOslNative;
 
 // No system notification tells a shared object that it was loaded; the

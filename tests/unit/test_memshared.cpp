@@ -372,10 +372,10 @@ TEST_F(SharedHeapProcesses, AMutexOfAKilledProcessIsTakenOver) {
 // blocks come back as it left them; then nothing is left but the mailbox,
 // and the free blocks have merged into one that ends where the heap's
 // untouched part begins. The children start their rounds together, so that
-// without the mutex 4 x 100000 rounds collide.
+// without the mutex 4 x 50000 rounds collide.
 TEST_F(SharedHeapProcesses, ProcessesSideBySideKeepTheHeapSound) {
     std::vector<std::unique_ptr<ChildProcess>> children;
-    for (int i = 0; i < 4; ++i) children.push_back(Start({"stress", "100000", std::to_string(i + 1)}));
+    for (int i = 0; i < 4; ++i) children.push_back(Start({"stress", "50000", std::to_string(i + 1)}));
     // Word 1 of the mailbox counts the children ready, word 2 says go.
     for (int i = 0; i < 30000 && __atomic_load_n(&m_mailbox[1], __ATOMIC_SEQ_CST) < 4; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     __atomic_store_n(&m_mailbox[2], 1, __ATOMIC_SEQ_CST);

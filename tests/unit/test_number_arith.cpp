@@ -47,12 +47,17 @@ TEST(NumArithmetic, WorkedCases) {
         {NumAddition, "+", "-12345.678", "12345.6", "04 3F 5D 14 65"},
         {NumSubtract, "-", "0.5", "100.25", "04 3E 01 19 65"},
         {NumSubtract, "-", "100", "0.01", "03 C1 63 63"}, {NumAddition, "+", "1e119", "9e119", "02 FC 01"},
+        // 99.99...9950 in 24 places: the 50 behind the 23rd rounds through every 99 to 100
+        {NumSubtract, "-", "100", "5e-45", "02 C2 01"}, {NumSubtract, "-", "101", "5e-45", "03 C2 01 01"},
         // bit 7 of a length byte: the length from bits 0-3; a byte above 99 carries; null and zero
         // whatever bytes stand behind them
         {NumAddition, "+", "#82 C1 05", "#92 C1 05 06 07", "02 C1 0A"}, {NumAddition, "+", "#02 C1 64", "99", "03 C2 01 63"},
         {NumSubtract, "-", "#06 C3 01 17 D6 43 50", "#00", "06 C3 01 19 0E 43 50"},
         {NumAddition, "+", "#00 3E 63 65", "5", "02 C1 05"}, {NumSubtract, "-", "5", "#01 3E 63 65", "02 C1 05"},
+        // 150.75 - 0.8 digit by digit, a borrow: 149 95, whose carry out of 149 takes the last digit's place
+        {NumSubtract, "-", "#03 C1 96 4B", "0.8", "03 C2 01 31"},
         {NumMultiply, "*", "#02 C1 96", "1", "03 C2 01 32"}, // 1.5 x 100 with its digit above 99, times 1
+        {NumMultiply, "*", "#05 C1 96 05 07 09", "1", "06 C2 01 32 05 07 09"}, // 150.050709: its fourth digit
         {NumMultiply, "*", "#04 C1 96 05 07", "1.01", "06 C2 01 33 37 0C 07"}, // 150.0507 x 1.01, the digits as limbs
         {NumMultiply, "*", "#87 C1 01 02 03 04 05 06", "2.0000000001", "0C C1 02 04 06 08 0A 0D 02 03 04 05 06"}, // limbs, unpacked
         {NumMultiply, "*", "#00", "5", "01 C0"}, {NumMultiply, "*", "1e100", "1e100", "02 FC 01"},
@@ -99,10 +104,13 @@ TEST(NumArithmetic, AgreesWithExactArithmeticOnRandomOperands) {
     for (int i = 0; i < 4000; ++i) {
         int spread = i % 3 ? 40 : 3; // operands of like size make the long carries and borrows
         tagNUMBER ra = randomRecord(rng, 46, spread), rb = i % 16 ? randomRecord(rng, 46, spread) : ra;
-        if (i < 4) { // quotient digits whose estimate is one too high: the divisor is added back
+        if (i < 6) { // quotient digits whose estimate is one too high: the divisor is added back
             const char* pairs[][2] = {{"0.25", "0.500000000000000099999999"}, {"0.0025", "0.500000000000000099999999"},
                                       {"-0.25", "0.5000000000000000999999999999"},
-                                      {"0.250000000000000000000000000001", "0.50000000000000009999999900000007"}};
+                                      {"0.250000000000000000000000000001", "0.50000000000000009999999900000007"},
+                                      // ... on binary words, with divisors of two and of three words
+                                      {"0.2059431152533502576533708110781237438602966529", "0.044927579761200001313586034864605716186485622600"},
+                                      {"-5e8", "8000000000000000000000000000000000000000090e18"}};
             ra = rec(pairs[i][0]), rb = rec(pairs[i][1]);
         }
         Ref a = Ref::of(ra), b = Ref::of(rb);
@@ -199,6 +207,7 @@ TEST(NumPower10, WorkedCases) {
         {"1", 61, 0, "00"},           {"1", -61, 0, "00"},           {"1", 60, 2, "02 DF 01"},
         {"5", 1, 2, "02 C1 32"},      {"1", -60, 2, want("1e-60")},  {"12345.678", -3, 5, want("12.345678")},
         {"-7", 3, 3, want("-7000")},  {"0", 9, 1, "01 C0"},          {"1", 59, 2, want("1e59")},
+        {"1", INT32_MAX, 0, "00"},    {"1", INT32_MIN, 0, "00"},
     };
     for (const auto& c : cases) {
         tagNUMBER in = rec(c.in), out = fromHex("EE");

@@ -2,6 +2,7 @@
 // negation, comparison, zero and null. Records are hex text, length byte
 // first, so that a failure shows the bytes that came back.
 #include "number/numrecord.h"
+#include "number/numwide.h"
 #include "number_reference.h"
 
 #include <gtest/gtest.h>
@@ -182,6 +183,38 @@ TEST(NumNullDouble, AllExponentBitsSetIsNull) {
     double d = 1.5;
     NumNullDouble(&d);
     EXPECT_EQ(std::bit_cast<uint64_t>(d), 0x7FF8000000000000ull) << "NumNullDouble";
+}
+
+// The division's word arithmetic: each product and quotient in the
+// portable form and in the one the target uses.
+TEST(NumpWide, ProductsAndQuotientsOfWords) {
+    const struct { uint64_t a, b, hi, lo; } products[] = {
+        {~0ull, ~0ull, 0xFFFFFFFFFFFFFFFEull, 1}, // 2^128 - 2^65 + 1
+        {1ull << 32, 1ull << 32, 1, 0},
+        {10000000000000000ull, 10000000000000000ull, 0x4EE2D6D415Bull, 0x85ACEF8100000000ull}, // 10^32
+        {0x123456789ABCDEF0ull, 0xFEDCBA9876543210ull, 0x121FA00AD77D7422ull, 0x236D88FE5618CF00ull},
+    };
+    for (const auto& p : products) {
+        uint64_t lo = 0, lo2 = 0;
+        EXPECT_EQ(NumpMulWidePortable(p.a, p.b, &lo), p.hi) << std::hex << "NumpMulWidePortable(" << p.a << ", " << p.b << ")";
+        EXPECT_EQ(lo, p.lo) << std::hex << "NumpMulWidePortable(" << p.a << ", " << p.b << ") low word";
+        EXPECT_EQ(NumpMulWide(p.a, p.b, &lo2), p.hi) << std::hex << "NumpMulWide(" << p.a << ", " << p.b << ")";
+        EXPECT_EQ(lo2, p.lo) << std::hex << "NumpMulWide(" << p.a << ", " << p.b << ") low word";
+    }
+    const struct { uint64_t hi, lo, d, q, r; } quotients[] = {
+        {1, 0, 3, 0x5555555555555555ull, 1}, // 2^64 / 3
+        {9999999999999999ull, ~0ull, 10000000000000000ull, ~0ull, 9999999999999999ull}, // the largest quotient
+        {0x7FFFFFFFFFFFFFFFull, ~0ull, 1ull << 63, ~0ull, 0x7FFFFFFFFFFFFFFFull},
+        {5, 0x123456789ABCDEF0ull, 0x8000000000000001ull, 10, 0x123456789ABCDEE6ull},
+        {0, 7, 7, 1, 0},
+    };
+    for (const auto& x : quotients) {
+        uint64_t r = 1, r2 = 1;
+        EXPECT_EQ(NumpDivWidePortable(x.hi, x.lo, x.d, &r), x.q) << std::hex << "NumpDivWidePortable(" << x.hi << ":" << x.lo << ", " << x.d << ")";
+        EXPECT_EQ(r, x.r) << std::hex << "NumpDivWidePortable(" << x.hi << ":" << x.lo << ", " << x.d << ") remainder";
+        EXPECT_EQ(NumpDivWide(x.hi, x.lo, x.d, &r2), x.q) << std::hex << "NumpDivWide(" << x.hi << ":" << x.lo << ", " << x.d << ")";
+        EXPECT_EQ(r2, x.r) << std::hex << "NumpDivWide(" << x.hi << ":" << x.lo << ", " << x.d << ") remainder";
+    }
 }
 
 } // namespace

@@ -131,6 +131,8 @@ TEST(NumToAscii, FormsWithinTheWidth) {
         // value rounds to zero in the width, unsigned; null and an invalid length give ""
         {"#04 C1 07 00 00", 10, "7"}, {"#03 C1 00 05", 10, "0.05"}, {"0.001", 2, "0"}, {"0.0001", 2, "0"},
         {"-0.001", 3, "0"}, {"0.004", 3, "0"}, {"0.006", 3, ".01"}, {"-0.006", 4, "-.01"}, {"0.0006", 4, ".001"},
+        // the carry leaves the front: its 1 takes a zero's place behind the point, no fraction digit goes
+        {"0.005", 3, ".01"}, {"0.0005", 4, ".001"}, {"-0.0005", 5, "-.001"}, {"0.05", 2, ".1"},
         {"#00", 10, nullptr}, {"#19 C1 01", 10, nullptr}, {"#02 C1 00", 10, "0"},
     };
     for (const auto& c : cases) {

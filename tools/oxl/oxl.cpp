@@ -14,6 +14,13 @@
 //   oxl conv VALUE           a number through every binary conversion and back
 //   oxl shm SIZE             the machine's shared heap, opened (or created with
 //                            SIZE bytes), driven by commands read from stdin
+//   oxl date TEXT [PICTURE]  a typed date read into a DATDEF and written back
+//                            (options: settings in place of the profile's)
+//   oxl profile              the regional settings in force (FMTGetProfileIntl)
+//   oxl num SETTINGS VALUE [PICTURE]   a number as plain text, currency ("$") or
+//                            under a picture, stored under one set of settings and
+//                            shown under another (us/de); oxl num SETTINGS read
+//                            TEXT [PICTURE] reads a typed text back (oxl_num.cpp)
 //   oxl help                 what each command does
 //
 // Misuse is told on the error stream, with exit status 2. Numbers are read
@@ -21,7 +28,10 @@
 // terminal's encoding and go to the library in its code page, and
 // characters are shown back in the terminal's encoding, as a host on a
 // UTF-8 system must do; a Windows console hands over the code page itself.
+#include "oxl_tool.h"
+
 #include <oxlrt31/diag.h>
+#include <oxlrt31/fmt.h>
 #include <oxlrt31/memshared.h>
 #include <oxlrt31/intl.h>
 #include <oxlrt31/number.h>
@@ -238,6 +248,32 @@ int cmdEnv(int, char**) {
     return 0;
 }
 
+std::string quoted(const char* text) { return "\"" + fromLibrary(text) + "\""; }
+std::string quoted(char c) { return c ? quoted(std::string(1, c).c_str()) : "(none)"; }
+
+int cmdProfile(int, char**) {
+    FMTPROFILEINTL p;
+    FMTGetProfileIntl(&p);
+    static const char* const kStyles[] = {"LongGregorian", "ShortGregorian", "JapanGregorian", "JapanEmperor"};
+    const char* style = p.iDateType < 4 ? kStyles[p.iDateType] : "?";
+    std::printf("country          %lu %s, language %s\n", (unsigned long)p.iCountry, quoted(p.sCountry).c_str(),
+                quoted(p.sLanguage).c_str());
+    std::printf("short date       %s\nlong date        %s\n", quoted(p.sShortDate).c_str(), quoted(p.sLongDate).c_str());
+    std::printf("date separator   %s, order iDate %lu\n", quoted(p.chDate).c_str(), (unsigned long)p.iDate);
+    std::printf("time             separator %s, %s-hour clock, hour leading zero %lu, markers %s %s\n",
+                quoted(p.sTime).c_str(), p.iTime ? "24" : "12", (unsigned long)p.iTLZero, quoted(p.s1159).c_str(),
+                quoted(p.s2359).c_str());
+    std::printf("numbers          decimal %s, thousands %s, list %s, %lu digits, leading zero %lu, measure %lu\n",
+                quoted(p.chDecimal).c_str(), quoted(p.chThousand).c_str(), quoted(p.chList).c_str(),
+                (unsigned long)p.iDigits, (unsigned long)p.iLzero, (unsigned long)p.iMeasure);
+    std::printf("currency         %s, %s%s, %lu digits, negative form %lu\n", quoted(p.sCurrency).c_str(),
+                p.bCurrencySuffix ? "after the number" : "before the number", p.bCurrencySpace ? " with a space" : "",
+                (unsigned long)p.iCurrDigits, (unsigned long)p.iNegCurr);
+    std::printf("date style       %lu %s, era boundary check %lu\n", (unsigned long)p.iDateType, style,
+                (unsigned long)p.iEmpDateBoundryCheck);
+    return 0;
+}
+
 // The library as its version functions know it: its module handle on
 // Windows, an address inside it elsewhere.
 HMODULE library() {
@@ -420,6 +456,9 @@ struct Command {
     const char* what;
 };
 int cmdHelp(int, char**);
+} // namespace
+int OxlNum(int argc, char** argv); // oxl_num.cpp
+namespace {
 constexpr Command kCommands[] = {
     {"tour", cmdTour, 0, 0, "", "a short walk through what the library does"},
     {"small", cmdSmall, 1, -1, "N...", "the records NumCreateSmall makes of integers (-99 to 99), byte by byte"},
@@ -427,6 +466,7 @@ constexpr Command kCommands[] = {
     {"compare", cmdCompare, 2, 2, "A B", "NumCompare of two numbers"},
     {"env", cmdEnv, 0, 0, "", "the character environment settled at load"},
     {"version", cmdVersion, 0, 0, "", "the library's product and file versions"},
+    {"profile", cmdProfile, 0, 0, "", "the regional settings in force, as FMTGetProfileIntl reads them"},
     {"calc", cmdCalc, 1, -1, "\"A op B\"", "one operation (+ - * /) on two numbers, e.g. \"1/3\""},
     {"chars", cmdChars, 1, 1, "TEXT",
      "how TEXT splits into characters and how the cutting functions cut it;\n"
@@ -436,6 +476,15 @@ constexpr Command kCommands[] = {
     {"shm", cmdShm, 1, 1, "SIZE",
      "the machine's shared heap (created with SIZE bytes when new); commands on\n"
      "                  stdin: alloc N, free ADDR, check ADDR, checkall, show, quit"},
+    {"date", OxlDate, 1, -1, "TEXT...",
+     "[OPTIONS] TEXT [PICTURE]: a typed date or time read as a host reads it (the\n"
+     "                  DATDEF, its flags, the picture that read it) and written back;\n"
+     "                  OPTIONS give settings in place of the profile's: --short PIC\n"
+     "                  --long PIC --24h --sep S --country N --type date|time|datetime"},
+    {"num", OxlNum, 2, 4, "SET ...",
+     "SETTINGS VALUE [PICTURE] or SETTINGS read TEXT [PICTURE]: a number as plain\n"
+     "                  text, currency (\"$\") or under a picture, and read back; SETTINGS us,\n"
+     "                  de, fr, ch, ja or profile, or us/de: stored under us, shown under de"},
     {"help", cmdHelp, 0, 0, "", "this text"},
 };
 
@@ -488,6 +537,7 @@ bool convert(const char* to, const char* from, const std::string& text, std::str
 
 bool toLibrary(int argc, char** argv, std::vector<std::string>* held) {
     const char* terminal = nl_langinfo(CODESET);
+    held->reserve(size_t(argc)); // argv points into the strings: they must not move
     for (int i = 0; i < argc; ++i) {
         held->emplace_back();
         if (!convert(libraryPage(), terminal, argv[i], &held->back())) {
@@ -504,12 +554,20 @@ std::string fromLibrary(const std::string& text) {
     std::string out;
     return convert(nl_langinfo(CODESET), libraryPage(), text, &out) ? out : "?";
 }
+std::string fromShiftJis(const std::string& text) {
+    std::string out;
+    return convert(nl_langinfo(CODESET), "CP932", text, &out) ? out : "?";
+}
 #else
 bool toLibrary(int, char**, std::vector<std::string>*) { return true; }
 std::string fromLibrary(const std::string& text) { return text; }
+std::string fromShiftJis(const std::string& text) { return text; }
 #endif
 
 } // namespace
+
+std::string OxlFromLibrary(const std::string& text) { return fromLibrary(text); }
+std::string OxlFromShiftJis(const std::string& text) { return fromShiftJis(text); }
 
 int main(int argc, char** argv) {
 #ifndef _WIN32

@@ -1,0 +1,91 @@
+// Properties of writing and reading dates together, on random valid values:
+// what FMTFormatDateTime writes under a picture that names every field,
+// FMTUnformatDateTimeStr and FMTValidateDateTime read back exactly, and
+// FMTGetMaxFormattedDTLen is never below its length. The one exception is
+// the Japanese date styles, where the length measures the time picture only
+// (or gives nMinimum for a date alone): those rows check that it does so.
+#include "test_fmt_date_env.h"
+#include "intl_env.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <thread>
+
+namespace {
+
+const char* const kFullPictures[] = {
+    "M/d/yyyy hhhh:mm:ss.mmmmmm", "dd.MM.yyyy hhh.mm.ss.mmmmmm", "MMMM d, yyyy hh:mm:ss.mmmmmm AMPM", "dddd, MMM dd, yyyy h:mm:ss:mmmmmm AMPM",
+    "yyyy-MM-dd-hhhh.mm.ss.mmmmmm", "d MMMM'ta' yyyy 'klo' hhhh.mm.ss,mmmmmm", "ddd d MMM yyyy  hh mm ss mmmmmm AMPM", "mmmmmm ss mm hhhh / yyyy MM d",
+};
+
+bool Leap(LONG y) { return (y % 4 == 0 && y % 100 != 0) || y % 400 == 0; }
+
+DATDEF RandomDate(std::mt19937& rng, LONG firstYear, LONG lastYear) {
+    static const LONG kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    auto pick = [&](LONG lo, LONG hi) { return LONG(std::uniform_int_distribution<long>(lo, hi)(rng)); };
+    LONG y = pick(firstYear, lastYear), m = pick(1, 12), d = pick(1, kDays[m - 1] + (m == 2 && Leap(y)));
+    return {m, d, y, pick(0, 23), pick(0, 59), pick(0, 59), pick(0, 999999)};
+}
+
+TEST(FMTDateRoundTrip, EveryFieldNamed) {
+    DateClock clock(2026);
+    std::mt19937 rng(20261124);
+    for (int i = 0; i < 3000; ++i) {
+        const char* picture = kFullPictures[i % std::size(kFullPictures)];
+        DATDEF d = RandomDate(rng, 1, 9999);
+        DateBlock w(FMT_DATETIME, d);
+        w->dwFlags = 0, w->iDateType = DWORD(i & 1), w->bTimeLeadZero = DWORD(i & 2), w->lpszShortPic = w->lpszLongPic = const_cast<char*>(picture);
+        ASSERT_EQ(FMTFormatDateTime(w.get(), 0), 1) << picture << " on " << ShowDate(d);
+        std::string text = w.out, what = std::string(picture) + " on " + ShowDate(d) + ": \"" + text + "\"";
+        EXPECT_GE(FMTGetMaxFormattedDTLen(w.get(), 0), int(text.size())) << "FMTGetMaxFormattedDTLen under " << what;
+        for (auto call : {FMTUnformatDateTimeStr, FMTValidateDateTime}) {
+            DateBlock r(FMT_DATETIME, {0, 0, 0, 0, 0, 0, 0});
+            r->dwFlags = 0, r->lpszInput = text.data(), r->lpszPicture = r->lpszShortPic = const_cast<char*>(picture);
+            int got = call(r.get());
+            EXPECT_EQ(std::make_pair(got, ShowDate(r->datDef)), std::make_pair(1, ShowDate(d)))
+                << (call == FMTValidateDateTime ? "FMTValidateDateTime" : "FMTUnformatDateTimeStr") << " (result, value read back): " << what;
+        }
+    }
+}
+
+// Under the Japanese styles the date is written but not measured; with the
+// default time it reads back through the Japanese reader. Era years run to
+// 99 here (the style shows two digits of an era year).
+TEST(FMTDateRoundTrip, JapaneseStylesMeasureTheTimeOnly) {
+    IntlUnder japanese(kJapanese);
+    std::mt19937 rng(7);
+    for (int i = 0; i < 1000; ++i) {
+        DWORD style = 2 + (i & 1);
+        DATDEF d = RandomDate(rng, style == 2 ? 1 : 1869, style == 2 ? 9999 : 2087);
+        DateBlock date(FMT_DATE, d), both(FMT_DATETIME, d);
+        date->iDateType = both->iDateType = style, both->dwFlags = FMTF_DEFAULTTIME | FMTF_MICROSECONDS;
+        ASSERT_EQ(FMTFormatDateTime(date.get(), 0) + FMTFormatDateTime(both.get(), 0), 2) << "style " << style << " on " << ShowDate(d);
+        EXPECT_EQ(std::make_pair(FMTGetMaxFormattedDTLen(date.get(), 3), FMTGetMaxFormattedDTLen(both.get(), 3)),
+                  std::make_pair(3, 2 + 1 + 2 + 1 + 2 + 1 + 6 + 1 + 2)) << "FMTGetMaxFormattedDTLen of a Japanese date alone (nMinimum) and a date-time (its time)";
+        DateBlock r(FMT_DATETIME, {0, 0, 0, 0, 0, 0, 0});
+        r->dwFlags = FMTF_DEFAULTTIME | FMTF_MICROSECONDS, r->lpszInput = both.out;
+        int got = FMTValidateDateTime(r.get());
+        EXPECT_EQ(std::make_pair(got, ShowDate(r->datDef)), std::make_pair(1, ShowDate(d))) << "FMTValidateDateTime(" << Hex(both.out) << ")";
+    }
+}
+
+// Two threads writing and reading at once each get their own results.
+TEST(FMTDateRoundTrip, TwoThreads) {
+    DateClock clock(2026);
+    auto work = [](const char* picture, DATDEF d, int* bad) {
+        for (int i = 0; i < 1500; ++i) {
+            DateBlock w(FMT_DATETIME, d), r(FMT_DATETIME, {0, 0, 0, 0, 0, 0, 0});
+            w->dwFlags = r->dwFlags = 0, w->lpszLongPic = r->lpszPicture = const_cast<char*>(picture), r->lpszInput = w.out;
+            bool ok = FMTFormatDateTime(w.get(), 0) == 1;
+            *bad += !ok || FMTUnformatDateTimeStr(r.get()) != 1 || ShowDate(r->datDef) != ShowDate(d);
+        }
+    };
+    int bad1 = 0, bad2 = 0;
+    std::thread a(work, kFullPictures[3], DATDEF{12, 31, 1999, 23, 59, 58, 999999}, &bad1);
+    std::thread b(work, kFullPictures[5], DATDEF{2, 29, 2000, 0, 0, 0, 0}, &bad2);
+    a.join(), b.join();
+    EXPECT_EQ(std::make_pair(bad1, bad2), std::make_pair(0, 0)) << "round trips that failed on the first and the second thread";
+}
+
+} // namespace

@@ -1,0 +1,209 @@
+// The regional settings: reading the store, the cached copy and its reload,
+// the getters, the per-thread separators and the control block.
+#include "format/fmtint.h"
+#include "intl_env.h"
+#include "../support/scripted_profile.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+namespace {
+
+// "a=1|b=x" as entries of the section intl; a key "X:k" is the key k of OXLEEKIT.
+std::vector<ProfileEntry> Entries(const std::string& text) {
+    std::vector<ProfileEntry> out;
+    for (size_t at = 0, bar; at < text.size(); at = bar + 1) {
+        bar = std::min(text.find('|', at), text.size());
+        std::string item = text.substr(at, bar - at), key = item.substr(0, item.find('='));
+        bool own = key.rfind("X:", 0) == 0;
+        out.push_back({own ? "OXLEEKIT" : "intl", own ? key.substr(2) : key, item.substr(key.size() + 1)});
+    }
+    return out;
+}
+
+// The record as "|name=value|..." in field order: numbers in decimal, a character as itself ("\0" for 0).
+std::string Read() {
+    FMTPROFILEINTL p;
+    std::memset(&p, 0x41, sizeof p); // a field left unwritten shows as 'A's
+    FMTGetProfileIntl(&p);
+    auto c = [](char ch) { return ch ? std::string(1, ch) : std::string("\\0"); };
+    auto n = [](DWORD v) { return std::to_string(v); };
+    return "|iCountry=" + n(p.iCountry) + "|chList=" + c(p.chList) + "|sCurrency=" + p.sCurrency + "|bCurrencySpace=" +
+           n(p.bCurrencySpace) + "|bCurrencySuffix=" + n(p.bCurrencySuffix) + "|iDigits=" + n(p.iDigits) + "|chThousand=" +
+           c(p.chThousand) + "|chDecimal=" + c(p.chDecimal) + "|iLzero=" + n(p.iLzero) + "|iDate=" + n(p.iDate) + "|chDate=" +
+           c(p.chDate) + "|iTime=" + n(p.iTime) + "|s1159=" + p.s1159 + "|s2359=" + p.s2359 + "|sTime=" + p.sTime + "|iTLZero=" +
+           n(p.iTLZero) + "|iMeasure=" + n(p.iMeasure) + "|iCurrDigits=" + n(p.iCurrDigits) + "|iNegCurr=" + n(p.iNegCurr) +
+           "|sShortDate=" + p.sShortDate + "|sLongDate=" + p.sLongDate + "|sCountry=" + p.sCountry + "|sLanguage=" +
+           p.sLanguage + "|iDateType=" + n(p.iDateType) + "|dwReserved=" + n(p.dwReserved) + "|iEmpDateBoundryCheck=" +
+           n(p.iEmpDateBoundryCheck) + "|";
+}
+
+// Each "name=value" of `fields` stands in `got`.
+void ExpectFields(const std::string& got, const std::string& fields, const std::string& what) {
+    for (const ProfileEntry& f : Entries(fields))
+        EXPECT_NE(got.find("|" + f.key + "=" + f.value + "|"), std::string::npos) << f.key << "=" << f.value << " of " << what << ": " << got;
+}
+
+// A row: the store, and fields that must come out of it (every field for an empty store).
+TEST(FmtProfile, StoreValuesGoIntoTheRecord) {
+    const struct { const char *store, *fields; } rows[] = {
+        {"", "iCountry=1|chList=,|sCurrency=$|bCurrencySpace=0|bCurrencySuffix=0|iDigits=2|chThousand=,|chDecimal=.|iLzero=0|iDate=0"
+             "|chDate=/|iTime=0|s1159=AM|s2359=PM|sTime=:|iTLZero=0|iMeasure=1|iCurrDigits=2|iNegCurr=0|sShortDate=M/d/yy"
+             "|sLongDate=dddd, MMMM dd, yyyy|sCountry=United States|sLanguage=usa|iDateType=1|dwReserved=1094795585|iEmpDateBoundryCheck=0"},
+        {"iCurrency=3", "bCurrencySpace=1|bCurrencySuffix=1"}, {"iCurrency=2", "bCurrencySpace=1|bCurrencySuffix=0"},
+        {"iCurrency=1", "bCurrencySpace=0|bCurrencySuffix=1"}, {"iCurrency=4", "bCurrencySpace=0|bCurrencySuffix=0"},
+        {"s1159=|s2359=|sCurrency=|sDate=|sList=", "s1159=AM|s2359=PM|sCurrency=|chDate=\\0|chList=\\0"},
+        {"s1159=vorm.|s2359=nm|sCurrency=EURO\x80|sDate=.-|sDecimal=,,|sThousand= |sList=;|sTime=h:m",
+         "s1159=vorm|s2359=nm|sCurrency=EURO|chDate=.|chDecimal=,|chThousand= |chList=;|sTime=h:"},
+        {"sCountry=Canada (French)|iCountry=2|sShortDate=yy-MM-dd", "sCountry=Canada (French|sShortDate=yy/MM/dd|iCountry=2"},
+        {"sCountry=Canada (French)|iCountry=1|sShortDate=yy-MM-dd", "sShortDate=yy-MM-dd"},
+        {"sCountry=Canada (french)|iCountry=2|sShortDate=yy-MM-dd", "sShortDate=yy-MM-dd"},
+        {"sCountry=Canada (French)|iCountry=2|sShortDate=yy-MM-ddd", "sShortDate=yy-MM-ddd"},
+        {"iCountry=43|sShortDate=yyyy-MM-dddd", "sShortDate=yyyy-MM-dd"}, {"iCountry=44|sShortDate=yyyy-MM-dddd", "sShortDate=yyyy-MM-dddd"},
+        {"iCountry=43|sShortDate=YYYY-MM-dddd", "sShortDate=YYYY-MM-dddd"},
+        {"sShortDate=dd.MM.yyyy 'short' xx", "sShortDate=dd.MM.yyyy 'short' "},
+        {"sLongDate=dddd', 'MMMM' 'dd', 'yyyy", "sLongDate=dddd, MMMM dd, yyyy"},
+        {"iCountry=358|sLongDate=d. MMMMta yyyy", "sLongDate=d. MMMM'ta' yyyy"},
+        {"sLanguage=deu1|iMeasure=0|iDate=1|iDigits=3|iCurrDigits=0|iNegCurr=8|iLzero=1|iTime=1|iTLZero=1",
+         "sLanguage=deu|iMeasure=0|iDate=1|iDigits=3|iCurrDigits=0|iNegCurr=8|iLzero=1|iTime=1|iTLZero=1"},
+        {"X:sDateType=japanemperor", "iDateType=3"}, {"X:sDateType=JapanGregorian", "iDateType=2"},
+        {"X:sDateType=LONGGREGORIAN", "iDateType=0"}, {"X:sDateType=ShortGregorian", "iDateType=1"},
+        {"X:sDateType=Chinese", "iDateType=1"}, {"sDateType=JapanEmperor", "iDateType=1"},
+        {"X:iEmpDateBoundryCheck=1", "iDateType=1|dwReserved=1094795585|iEmpDateBoundryCheck=1"}};
+    for (const auto& r : rows) {
+        ScriptedProfile store(Entries(r.store));
+        ExpectFields(Read(), r.fields, "FMTGetProfileIntl with " + Hex(r.store));
+    }
+}
+
+TEST(FmtProfile, LongDatePictureRewrite) {
+    struct Row { const Language* language; const char* picture; LONG country; const char* expected; } rows[] = {
+        {&kEnglish, "dddd', 'MMMM' 'dd', 'yyyy", 1, "dddd, MMMM dd, yyyy"}, {&kEnglish, "d'. de 'MMMM", 1, "d.' de 'MMMM"},
+        {&kEnglish, "MMMM'x'", 1, "MMMM'x'"}, {&kEnglish, "d 'de' MMMM", 1, "d 'de' MMMM"}, {&kEnglish, "''MMMM", 1, "MMMM"},
+        {&kEnglish, "'a,b'", 1, "'a','b'"}, {&kEnglish, "',a,'", 1, ",'a',"}, {&kEnglish, "'a,,b'", 1, "'a',,'b'"},
+        {&kEnglish, "'x y-'", 1, "'x y'-"}, {&kEnglish, "'a.b:c/d\\e-f'", 1, "'a'.'b':'c'/'d'\\'e'-'f'"},
+        {&kEnglish, "d 'x", 1, "d 'x"}, {&kEnglish, "'-'MMMM'x'", 1, "-MMMM'x'"}, {&kEnglish, "'.'d'x,'", 1, ".d'x',"},
+        {&kEnglish, "d. MMMMta yyyy", 358, "d. MMMM'ta' yyyy"}, {&kEnglish, "d. MMMMta yyyy", 1, "d. MMMMta yyyy"},
+        {&kEnglish, "d. MMMMt", 358, "d. MMMM't'"}, {&kEnglish, "d. MMMMxt", 358, "d. MMMMxt"}, {&kEnglish, "yyyy", 358, "yyyy"},
+        {&kEnglish, "'a,b,c,d,e,f,g,h,i,j'", 1, "'a','b','c','d','e','f','g','h','i','j'"}, // 39 bytes fit the 40
+        {&kEnglish, "'a,b,c,d,e,f,g,h,i,jk'", 1, "'a,b,c,d,e,f,g,h,i,jk'"},                  // 40 would not
+        // 5C is a separator in a single-byte page, the trail byte of 95 5C in code page 932
+        {&kJapanese, "'\x95\x5C,a'", 1, "'\x95\x5C','a'"}, {&kEnglish, "'\x95\x5C,a'", 1, "'\x95'\x5C,'a'"},
+        {&kJapanese, "d. MMMMt\x95\x5C", 358, "d. MMMM't\x95\x5C'"}};
+    for (const Row& r : rows) {
+        IntlUnder env(*r.language);
+        char field[40] = {};
+        FMTRewriteLongDatePic(std::strcpy(field, r.picture), sizeof field, r.country);
+        EXPECT_EQ(Hex(field), Hex(r.expected)) << "FMTRewriteLongDatePic(\"" << r.picture << "\", 40, " << r.country << ") under " << r.language->name;
+    }
+}
+
+// A fresh cached copy for each test: stale now, read from the scripted store.
+struct Cached {
+    explicit Cached(const std::string& entries) : store(Entries(entries)) { FMTWinIniChanged(); }
+    ~Cached() { FMTWinIniChanged(); }
+    ScriptedProfile store;
+};
+
+TEST(FmtProfile, Getters) {
+    Cached cached("sShortDate=dd.MM.yy|sLongDate=d. MMMM yyyy|sTime=.|s1159=vm|s2359=nm|sCurrency=kr|sThousand=.|sDecimal=,"
+                  "|iTime=1|iTLZero=1|iLzero=1|iDigits=3|iCurrDigits=4|iNegCurr=5|iCurrency=2|iCountry=46"
+                  "|X:sDateType=JapanEmperor|X:iEmpDateBoundryCheck=1");
+    const char* strings[] = {"dd.MM.yy", "d. MMMM yyyy", ".", "vm", "nm", "kr", ".", ",", nullptr, nullptr};
+    for (int key = -1; key < 10; ++key) EXPECT_STREQ(FMTProfileString(key), key < 0 ? nullptr : strings[key]) << "FMTProfileString(" << key << ")";
+    const LONG ints[] = {-1, 1, 1, 1, 3, 4, 5, 3, 1, -1, -1, 2, 46, -1};
+    for (int key = -1; key < 13; ++key) EXPECT_EQ(FMTProfileInt(key), ints[key + 1]) << "FMTProfileInt(" << key << ")";
+    for (LONG position : {0, 1, 3}) {
+        Cached again("iCurrency=" + std::to_string(position));
+        EXPECT_EQ(FMTProfileInt(FMTPI_CURRENCY), position) << "FMTProfileInt(10) with iCurrency=" << position;
+    }
+}
+
+// The store is read at the first question after a change and at no other time.
+TEST(FmtProfile, ReloadReadsTheStoreOnce) {
+    Cached cached("sShortDate=d/M/yy");
+    EXPECT_EQ(cached.store.Reads(), 0) << "reads before any question";
+    EXPECT_STREQ(FMTProfileString(FMTPS_SHORTDATE), "d/M/yy");
+    int once = cached.store.Reads();
+    EXPECT_EQ(FMTProfileInt(FMTPI_DIGITS) + std::string(FMTProfileString(FMTPS_THOUSAND)).size() + cached.store.Reads(), 3 + once);
+    cached.store.Set({"intl", "sShortDate", "yy-MM-dd"});
+    EXPECT_STREQ(FMTProfileString(FMTPS_SHORTDATE), "d/M/yy") << "before FMTWinIniChanged";
+    FMTWinIniChanged();
+    EXPECT_EQ(cached.store.Reads(), once) << "reads at FMTWinIniChanged";
+    EXPECT_STREQ(FMTProfileString(FMTPS_SHORTDATE), "yy-MM-dd") << "after FMTWinIniChanged";
+    EXPECT_EQ(FMTProfileInt(FMTPI_TIME) + cached.store.Reads(), 2 * once) << "reads after the second change and two questions";
+}
+
+// Two threads read while the cached copy is marked stale over and over: every answer is the store's,
+// and each thread has its own separator buffer, overwritten by its next call.
+TEST(FmtProfile, TwoThreadsReadAtOnce) {
+    Cached cached("sShortDate=dd.MM.yyyy|sThousand='|sDecimal=,|iDigits=4");
+    std::atomic<int> wrong{0};
+    const char* buffers[2] = {};
+    auto reader = [&](int n) {
+        for (int i = 0; i < 2000; ++i, i % 7 ? void() : FMTWinIniChanged()) {
+            const char *thousand = FMTProfileString(FMTPS_THOUSAND), *separator = FMTProfileString(FMTPS_DECIMAL);
+            wrong += thousand != separator || std::strcmp(separator, ",") || std::strcmp(FMTProfileString(FMTPS_SHORTDATE), "dd.MM.yyyy") ||
+                     FMTProfileInt(FMTPI_DIGITS) != 4 || std::strcmp(FMTProfileString(FMTPS_THOUSAND), "'");
+            buffers[n] = separator;
+        }
+    };
+    std::thread a(reader, 0), b(reader, 1);
+    a.join(), b.join();
+    EXPECT_EQ(wrong.load(), 0) << "answers that were not the store's";
+    EXPECT_NE(buffers[0], buffers[1]) << "the two threads' separator buffers";
+}
+
+// The block prepared over every byte 0xA5 (and over zeros): each field as the preparation leaves it.
+TEST(FmtProfile, InitCntlBlock) {
+    FMTCNTLBLOCK b;
+    std::memset(&b, 0xA5, sizeof b);
+    FMTInitCntlBlock(&b);
+    const DWORD kept = 0xA5A5A5A5;
+    const struct { const char* name; DWORD value, expected; } words[] = {
+        {"b24Hour", b.b24Hour, 0}, {"bTimeLeadZero", b.bTimeLeadZero, 0}, {"bUseProfile", b.bUseProfile, 0},
+        {"iDateType", b.iDateType, 0}, {"bLeadZero", b.bLeadZero, 0}, {"nDigits", b.nDigits, 0}, {"iCountry", b.iCountry, 1},
+        {"bEmpBoundryCheck", b.bEmpBoundryCheck, 0}, {"hWnd", b.hWnd, 0}, {"uMsg", b.uMsg, 0}, {"wParam", b.wParam, 0},
+        {"lParam", b.lParam, 0}, {"iCurrency", b.iCurrency, kept}, {"iNegCurr", b.iNegCurr, kept},
+        {"dwReserved", b.dwReserved, kept}, {"lResult", b.lResult, kept}, {"dwFlags", b.dwFlags, 0xA5A5A000 | 0x25},
+        {"nType", DWORD(b.nType), DWORD(FMT_NONE)}, {"chThousand", DWORD(b.chThousand), 0}, {"chDecimal", DWORD(b.chDecimal), 0},
+        {"dblValue", DWORD(b.dblValue != 0.0), 0}, {"lpszCurrency", DWORD(b.lpszCurrency == nullptr), 0},
+        {"text pointers", DWORD(b.lpszInput || b.lpszOutput || b.lpszShortPic || b.lpszLongPic || b.lpszTimeSep || b.lpsz1159 ||
+                                b.lpsz2359 || b.lpszPicture), 0}};
+    for (const auto& w : words) EXPECT_EQ(w.value, w.expected) << w.name << " after FMTInitCntlBlock";
+    std::string bytes(reinterpret_cast<const char*>(&b), sizeof b);
+    EXPECT_EQ(Hex(bytes.substr(offsetof(FMTCNTLBLOCK, datDef), 28)), Hex(std::string(28, '\0'))) << "datDef";
+    EXPECT_EQ(Hex(bytes.substr(offsetof(FMTCNTLBLOCK, numValue), 2)), "01 C0") << "numValue";
+    EXPECT_EQ(Hex(bytes.substr(offsetof(FMTCNTLBLOCK, abReserved), 8)), "A5 A5 A5 A5 A5 A5 A5 A5");
+    FMTInitCntlBlock(static_cast<FMTCNTLBLOCK*>(std::memset(&b, 0, sizeof b)));
+    EXPECT_EQ(b.dwFlags, DWORD(FMTF_DEFAULTTIME | FMTF_MICROSECONDS | FMTF_NUMBERVALUE)) << "dwFlags from 0";
+}
+
+// The platform's own store (the private Wine prefix's win.ini, or natively the
+// file OXLRT31_PROFILE names): the test writes its keys, reads them through
+// FMTGetProfileIntl and puts back what was there (a missing key is removed
+// again). Names of another case, numbers with a sign or letters behind them, and a value
+// in quotes in the library's own section (the system keeps "intl" elsewhere
+// than in win.ini, and takes its values as they stand).
+TEST(FmtProfile, PlatformStore) {
+    std::vector<ProfileEntry> entries = Entries("iCountry=49|sShortDate=dd.MM.yyyy|sLongDate=dddd', 'd'. 'MMMM yyyy|sThousand=."
+        "|iCurrency=3|s1159=|sCurrency=kr|iDigits=3x|iCurrDigits=+4|iNegCurr=-2|X:sDateType=\"JapanEmperor\"|X:iEmpDateBoundryCheck=1");
+    entries.push_back({"INTL", "SDECIMAL", ","});
+    std::vector<std::string> saved;
+    for (const ProfileEntry& e : entries) {
+        char old[256];
+        gOsl.profile->GetProfileStringA(e.section.c_str(), e.key.c_str(), "\x01", old, sizeof old);
+        saved.push_back(old);
+        EXPECT_TRUE(gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), e.value.c_str())) << e.key;
+    }
+    std::string got = Read();
+    for (size_t i = entries.size(); i-- > 0;)
+        gOsl.profile->WriteProfileStringA(entries[i].section.c_str(), entries[i].key.c_str(), saved[i] == "\x01" ? nullptr : saved[i].c_str());
+    ExpectFields(got, "iCountry=49|sShortDate=dd.MM.yyyy|sLongDate=dddd, d. MMMM yyyy|chThousand=.|chDecimal=,|bCurrencySpace=1"
+                      "|bCurrencySuffix=1|iDigits=3|iCurrDigits=4|iNegCurr=4294967294|s1159=AM|sCurrency=kr|iDateType=3|iEmpDateBoundryCheck=1",
+                 "the platform's store");
+}
+
+} // namespace
