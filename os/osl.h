@@ -220,6 +220,37 @@ struct OslSpoolerService {
 #endif
 #undef OSL_API
 
+/* The dialog utilities: edit fields, list and combo boxes, fonts, and files
+ * opened by name. Windows and fonts exist on Windows only: the POSIX backend
+ * answers those entries as Win32 fails (no text, no class, no font). Files
+ * are real on both: the POSIX backend opens, searches and deletes them with
+ * the system's calls, a handle being a file descriptor. */
+#include <oxlrt31/dlgutil.h>
+typedef int(OXLCALLBACK* OslFontEnumProc)(const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM);
+struct OslDialogService {
+    UINT(WINAPI* GetDlgItemTextA)(HWND dialog, int id, LPSTR out, int size);
+    int(WINAPI* GetClassNameA)(HWND window, LPSTR out, int size);
+    BOOL(WINAPI* GetClientRect)(HWND window, LPRECT rect);
+    HANDLE(WINAPI* SelectObject)(HDC dc, HANDLE object);
+    HANDLE(WINAPI* GetPropA)(HWND window, LPCSTR name);
+    DWORD(WINAPI* GetTabbedTextExtentA)(HDC dc, LPCSTR text, int count, int tabs, const int* stops);
+    int(WINAPI* EnumFontsA)(HDC dc, LPCSTR face, OslFontEnumProc proc, LPARAM data);
+    DWORD(WINAPI* GetLastError)(void);
+    void(WINAPI* SetLastError)(DWORD error);
+    /* The C run-time's: the parts of a path (each buffer as long as the
+     * path), and its absolute form in `size` bytes (null when it can't be made). */
+    void (*splitpath)(const char* path, char* drive, char* dir, char* name, char* ext);
+    char* (*fullpath)(char* out, const char* path, size_t size);
+    DWORD (*SearchPathA)(LPCSTR path, LPCSTR file, LPCSTR ext, DWORD size, LPSTR out, LPSTR* part);
+    BOOL (*DeleteFileA)(LPCSTR name);
+    /* No security, no template; INVALID_HANDLE_VALUE on failure. */
+    HANDLE (*CreateFileA)(LPCSTR name, DWORD access, DWORD share, DWORD disposition, DWORD attributes);
+    /* The same for a name of the long form "\\?\" + full name: Windows opens
+     * it with CreateFileW, the name converted in the ANSI code page. */
+    HANDLE (*CreateFileLongA)(LPCSTR name, DWORD access, DWORD share, DWORD disposition, DWORD attributes);
+    BOOL (*CloseHandle)(HANDLE file);
+};
+
 /* The backend in force, one table per service. */
 struct OslServices {
     const OslSyncService* sync;
@@ -235,6 +266,8 @@ struct OslServices {
 #ifdef _WIN32
     const OslSpoolerService* spooler;
 #endif
+    /* the dialog utilities */
+    const OslDialogService* dialog;
 };
 
 extern OslServices gOsl;

@@ -11,6 +11,7 @@
 #include "../codepage.h"
 #include "profile_posix.h"
 #include "shared_posix.h"
+#include "dialog_posix.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -466,7 +467,8 @@ constexpr OslGraphicsService kGraphics = {none, none, none, none, none, none, no
 
 } // namespace
 
-constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kOslPosixProfile, &kFile, &kWindow, &kGraphics};
+constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kOslPosixProfile, &kFile, &kWindow, &kGraphics,
+                                    &kOslPosixDialog};
 constinit OslServices gOsl = gOslNative;
 
 // No system notification tells a shared object that it was loaded; the

@@ -2,6 +2,7 @@
 // is the API's own, the entry is the API function; the rest adapt a detail
 // (the process heap, a null DACL, the version record) in a line or two.
 #include "../osl.h"
+#include "dialog_win32.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -103,7 +104,8 @@ constexpr OslSpoolerService kSpooler = {
 } // namespace
 
 constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt,
-                                &kProfile, &kFile, &kWindow, &kGraphics, &kSpooler};
+                                &kProfile, &kFile, &kWindow, &kGraphics, &kSpooler,
+                                &kOslWin32Dialog};
 constinit OslServices gOsl = gOslNative;
 
 // Windows tells the library of load, unload and thread exit through DllMain.
