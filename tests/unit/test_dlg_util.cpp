@@ -91,8 +91,7 @@ TEST_P(DlgRealRead, ValueOfText) {
     desk.SetField(r.text);
     BOOL ok = 7;
     LONG value = DlgGetDlgItemReal(desk.dialog, kField, &ok, 0, r.metric, r.decimals);
-    EXPECT_TRUE(ok == r.ok && value == r.value) << "reading \"" << r.text << "\" metric " << r.metric << " decimals "
-                                                << r.decimals << ": ok " << ok << ", value " << value;
+    EXPECT_TRUE(ok == r.ok && value == r.value) << "reading \"" << r.text << "\" metric " << r.metric << " decimals " << r.decimals << ": " << value;
 }
 INSTANTIATE_TEST_SUITE_P(Table, DlgRealRead, ::testing::ValuesIn(kReads));
 
@@ -112,8 +111,7 @@ TEST_P(DlgAddDistinct, ListAndCombo) {
         Desk desk;
         HWND list = desk.List(r.before, combo);
         BOOL got = combo ? DlgAddDistinctStringIntoCombo(list, r.text) : DlgAddDistinctStringIntoListbox(list, r.text);
-        EXPECT_TRUE(got == r.result && desk.Of(list, combo) == r.after) << "adding \"" << (r.text ? r.text : "(null)")
-                                                                        << "\", combo " << combo << ": " << got;
+        EXPECT_TRUE(got == r.result && desk.Of(list, combo) == r.after) << "adding \"" << (r.text ? r.text : "(null)") << "\", combo " << combo;
     }
 }
 INSTANTIATE_TEST_SUITE_P(Table, DlgAddDistinct, ::testing::ValuesIn(kAdds));
@@ -149,8 +147,7 @@ TEST_P(DlgHScroll, ExtentOfEntries) {
     GetClientRect(list, &client);
     int extent = int(SendMessageA(list, LB_GETHORIZONTALEXTENT, 0, 0));
     bool right = r.extent == kGrown ? extent > client.right : extent == (r.extent == kClientWidth ? client.right : r.before);
-    EXPECT_TRUE(right) << "DlgSetListHScroll on " << r.entries.size() << " entries, extent before " << r.before << ", width "
-                       << client.right << ": " << extent;
+    EXPECT_TRUE(right) << "DlgSetListHScroll on " << r.entries.size() << " entries, extent " << r.before << ", width " << client.right << ": " << extent;
 }
 INSTANTIATE_TEST_SUITE_P(Table, DlgHScroll, ::testing::ValuesIn(kScrolls));
 #endif
