@@ -26,13 +26,11 @@ struct Desk {
         HWND list = CreateWindowExA(0, combo ? "COMBOBOX" : "LISTBOX", "", WS_CHILD | WS_VSCROLL | WS_HSCROLL | (combo ? CBS_DROPDOWNLIST : 0),
                                     0, 40, 100, 200, dialog, nullptr, nullptr, nullptr);
         for (const std::string& e : entries) SendMessageA(list, combo ? CB_ADDSTRING : LB_ADDSTRING, 0, LPARAM(e.c_str()));
-        SetPropA(list, "LBTABSIZE", HANDLE(INT_PTR(tab)));
-        return SendMessageA(list, LB_SETHORIZONTALEXTENT, WPARAM(extent), 0), list;
+        return SetPropA(list, "LBTABSIZE", HANDLE(INT_PTR(tab))), SendMessageA(list, LB_SETHORIZONTALEXTENT, WPARAM(extent), 0), list;
     }
     Entries Of(HWND list, bool combo) {
         Entries out(size_t(SendMessageA(list, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0)));
-        char text[256];
-        for (size_t i = 0; i < out.size(); ++i) out[i] = (SendMessageA(list, combo ? CB_GETLBTEXT : LB_GETTEXT, i, LPARAM(text)), text);
+        for (char text[256]; std::string& e : out) e = (SendMessageA(list, combo ? CB_GETLBTEXT : LB_GETTEXT, &e - &out[0], LPARAM(text)), text);
         return out;
     }
 };
@@ -50,8 +48,7 @@ struct Desk {
         gOsl.window = &window, gOsl.dialog = &dialogs;
     }
     ~Desk() { gOsl.window = savedWindow, gOsl.dialog = savedDialog; }
-    void SetField(const char* text) { sField = text; }
-    std::string Field() { return sField; }
+    void SetField(const char* text) { sField = text; } std::string Field() { return sField; }
 };
 #endif
 
@@ -64,17 +61,16 @@ const WriteRow kWrites[] = {
     {150, 0, 2, "1.5"}, {7, 0, 0, "7"}, {-7, 0, 0, "-7"}, {5, 0, 1, "0.5"}, {12345, 0, 5, "12.345"}, {10, 0, 2, "0.1"},
     {-1, 0, 2, "42949672.95"}, {7, 0, -1, "7"},
 };
-class DlgRealWrite : public ::testing::TestWithParam<WriteRow> {};
-TEST_P(DlgRealWrite, TextOfValue) {
-    const WriteRow& r = GetParam();
-    char text[32] = "unset";
-    r.metric ? DlgSetStrRealMetricUnits(r.value, 0, text) : DlgSetStrRealUnits(r.value, 0, text, r.decimals);
-    EXPECT_STREQ(text, r.text) << "writing " << r.value << " metric " << r.metric << " decimals " << r.decimals;
-    Desk desk;
-    DlgSetDlgItemReal(desk.dialog, kField, r.value, 0, r.metric, r.decimals);
-    EXPECT_EQ(desk.Field(), r.text) << "DlgSetDlgItemReal(" << r.value << ") into the edit field";
+TEST(DlgRealWrite, TextOfValue) {
+    for (const WriteRow& r : kWrites) {
+        char text[32] = "unset";
+        r.metric ? DlgSetStrRealMetricUnits(r.value, 0, text) : DlgSetStrRealUnits(r.value, 0, text, r.decimals);
+        EXPECT_STREQ(text, r.text) << "writing " << r.value << " metric " << r.metric << " decimals " << r.decimals;
+        Desk desk;
+        DlgSetDlgItemReal(desk.dialog, kField, r.value, 0, r.metric, r.decimals);
+        EXPECT_EQ(desk.Field(), r.text) << "DlgSetDlgItemReal(" << r.value << ") into the edit field";
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Table, DlgRealWrite, ::testing::ValuesIn(kWrites));
 
 struct ReadRow { const char* text; BOOL metric; int decimals; BOOL ok; LONG value; };
 const ReadRow kReads[] = {
@@ -84,16 +80,15 @@ const ReadRow kReads[] = {
     {"1.5", 0, 5, 1, 1500}, {"7", 0, -1, 1, 7}, {"12.", 0, 2, 1, 1200}, {"0.05", 0, 1, 1, 0}, {"1.25", 0, 1, 1, 12},
     {"3000000", 0, 3, 1, 2147483647}, {"9999999", 1, 0, 1, 2147483647}, {"2.5", 0, 3, 1, 2500},
 };
-class DlgRealRead : public ::testing::TestWithParam<ReadRow> {};
-TEST_P(DlgRealRead, ValueOfText) {
-    const ReadRow& r = GetParam();
-    Desk desk;
-    desk.SetField(r.text);
-    BOOL ok = 7;
-    LONG value = DlgGetDlgItemReal(desk.dialog, kField, &ok, 0, r.metric, r.decimals);
-    EXPECT_TRUE(ok == r.ok && value == r.value) << "reading \"" << r.text << "\" metric " << r.metric << " decimals " << r.decimals << ": " << value;
+TEST(DlgRealRead, ValueOfText) {
+    for (const ReadRow& r : kReads) {
+        Desk desk;
+        desk.SetField(r.text);
+        BOOL ok = 7;
+        LONG value = DlgGetDlgItemReal(desk.dialog, kField, &ok, 0, r.metric, r.decimals);
+        EXPECT_TRUE(ok == r.ok && value == r.value) << "reading \"" << r.text << "\" metric " << r.metric << " decimals " << r.decimals << ": " << value;
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Table, DlgRealRead, ::testing::ValuesIn(kReads));
 
 #ifdef _WIN32
 // Real list and combo boxes.
@@ -104,17 +99,16 @@ const AddRow kAdds[] = {
     {{"ABC", "abc"}, "abc", 1, {"ABC", "abc", "abc"}}, {{}, "x", 1, {"x"}}, {{"x"}, "", 1, {"x"}},
     {{"x"}, nullptr, 0, {"x"}}, {{"aBc", "aBC", "abc"}, "abc", 1, {"aBc", "aBC", "abc"}},
 };
-class DlgAddDistinct : public ::testing::TestWithParam<AddRow> {};
-TEST_P(DlgAddDistinct, ListAndCombo) {
-    const AddRow& r = GetParam();
-    for (bool combo : {false, true}) {
-        Desk desk;
-        HWND list = desk.List(r.before, combo);
-        BOOL got = combo ? DlgAddDistinctStringIntoCombo(list, r.text) : DlgAddDistinctStringIntoListbox(list, r.text);
-        EXPECT_TRUE(got == r.result && desk.Of(list, combo) == r.after) << "adding \"" << (r.text ? r.text : "(null)") << "\", combo " << combo;
+TEST(DlgAddDistinct, ListAndCombo) {
+    for (const AddRow& r : kAdds) {
+        for (bool combo : {false, true}) {
+            Desk desk;
+            HWND list = desk.List(r.before, combo);
+            BOOL got = combo ? DlgAddDistinctStringIntoCombo(list, r.text) : DlgAddDistinctStringIntoListbox(list, r.text);
+            EXPECT_TRUE(got == r.result && desk.Of(list, combo) == r.after) << "adding \"" << (r.text ? r.text : "(null)") << "\", combo " << combo;
+        }
     }
 }
-INSTANTIATE_TEST_SUITE_P(Table, DlgAddDistinct, ::testing::ValuesIn(kAdds));
 
 struct LocateRow { Entries entries; const char* text; int index; };
 const LocateRow kLocates[] = {
@@ -137,19 +131,18 @@ const ScrollRow kScrolls[] = {
     {{"a", "bb"}, 5000, 0, kClientWidth}, {{kW40}, 0, 0, kGrown}, {{kW40}, 9000, 0, kAsBefore}, {{"a"}, 50, 0, kAsBefore},
     {{"a\tb"}, 0, 400, kGrown}, {{"a\tb"}, 0, 0, kAsBefore}, {{"a", kW40}, 0, 0, kGrown}, {{}, 300, 0, kClientWidth},
 };
-class DlgHScroll : public ::testing::TestWithParam<ScrollRow> {};
-TEST_P(DlgHScroll, ExtentOfEntries) {
-    const ScrollRow& r = GetParam();
-    Desk desk;
-    HWND list = desk.List(r.entries, false, r.before, r.tab);
-    DlgSetListHScroll(list);
-    RECT client;
-    GetClientRect(list, &client);
-    int extent = int(SendMessageA(list, LB_GETHORIZONTALEXTENT, 0, 0));
-    bool right = r.extent == kGrown ? extent > client.right : extent == (r.extent == kClientWidth ? client.right : r.before);
-    EXPECT_TRUE(right) << "DlgSetListHScroll on " << r.entries.size() << " entries, extent " << r.before << ", width " << client.right << ": " << extent;
+TEST(DlgHScroll, ExtentOfEntries) {
+    for (const ScrollRow& r : kScrolls) {
+        Desk desk;
+        HWND list = desk.List(r.entries, false, r.before, r.tab);
+        DlgSetListHScroll(list);
+        RECT client;
+        GetClientRect(list, &client);
+        int extent = int(SendMessageA(list, LB_GETHORIZONTALEXTENT, 0, 0));
+        bool right = r.extent == kGrown ? extent > client.right : extent == (r.extent == kClientWidth ? client.right : r.before);
+        EXPECT_TRUE(right) << "DlgSetListHScroll on " << r.entries.size() << " entries, extent " << r.before << ", width " << client.right << ": " << extent;
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Table, DlgHScroll, ::testing::ValuesIn(kScrolls));
 #endif
 
 TEST(DlgSearchSpec, Wildcards) {

@@ -20,8 +20,7 @@ const std::string kLong = std::string(245, 'L') + ".txt"; // beyond 260 characte
 // What comes back, what the full-name buffer holds, whether the handle
 // writes and whether the name exists afterwards (-1: not asked). A name
 // beginning "/" is made absolute in the test's folder.
-enum Result { kHandle, kNull, kFailed };
-enum Out { kUntouched, kFull, kAsGiven, kNone }; // kNone: no buffer given
+enum Result { kHandle, kNull, kFailed }; enum Out { kUntouched, kFull, kAsGiven, kNone }; // kNone: no buffer given
 struct OpenRow { std::string name; DWORD flags; Result result; Out out; int writable, exists; };
 const OpenRow kOpens[] = {
     {"a.txt", OF_READ, kHandle, kFull, 0, 1}, {"./a.txt", OF_READ, kHandle, kAsGiven, 0, 1}, {"./a.txt", OF_EXIST, kNull, kFull, -1, 1},
@@ -39,8 +38,7 @@ const OpenRow kOpens[] = {
 
 bool writes(HANDLE h) {
 #ifdef _WIN32
-    DWORD n = 0;
-    return WriteFile(h, "x", 1, &n, nullptr) && n == 1;
+    DWORD n = 0; return WriteFile(h, "x", 1, &n, nullptr) && n == 1;
 #else
     return write(int(reinterpret_cast<intptr_t>(h)), "x", 1) == 1;
 #endif
@@ -54,11 +52,7 @@ bool opens(const std::string& name) {
 class CBOpen : public ::testing::TestWithParam<OpenRow> {
 protected:
     void SetUp() override { fs::create_directories(dir), fs::current_path(dir), dir = fs::current_path(), std::ofstream("a.txt") << "abc"; }
-    void TearDown() override {
-        std::error_code ignored;
-        fs::current_path(home, ignored);
-        fs::remove_all(dir, ignored);
-    }
+    void TearDown() override { std::error_code ignored; fs::current_path(home, ignored), fs::remove_all(dir, ignored); }
     fs::path home = fs::current_path(), dir = fs::temp_directory_path() / ("oxl-open-" + std::to_string(gOsl.sync->GetCurrentThreadId()));
 };
 TEST_P(CBOpen, FlagsOnRealFiles) {
@@ -73,7 +67,7 @@ TEST_P(CBOpen, FlagsOnRealFiles) {
     EXPECT_TRUE(r.flags != OF_EXIST || got != kFailed || gOsl.dialog->GetLastError() == 2) << what << ": a failed search is a missing file";
     EXPECT_TRUE(r.writable < 0 || writes(h) == (r.writable == 1)) << what << ": writing to the handle";
 #ifdef _WIN32
-    bool shared = (r.flags & 0x70) != OF_SHARE_EXCLUSIVE && (r.flags & 0x70) != OF_SHARE_DENY_READ;
+    bool shared = (r.flags & 0x70) != OF_SHARE_EXCLUSIVE && (r.flags & 0x70) != OF_SHARE_DENY_READ; // the handle shares reading
     EXPECT_TRUE(got != kHandle || opens(name) == shared) << what << ": opening again for reading while open";
 #endif
     if (got == kHandle) gOsl.dialog->CloseHandle(h);
