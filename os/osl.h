@@ -126,11 +126,17 @@ struct OslFileService {
     BOOL (*CloseHandle)(HANDLE file);
 };
 
+/* The window manager, graphics and the spooler. The entries are the Win32
+ * API functions themselves; elsewhere they are declared only (posix/winapi.h)
+ * and the POSIX backend's stand-ins answer as the API does when it fails:
+ * there are no windows and no printers. A message box there writes its
+ * caption and text to the standard error stream and answers IDOK. */
 #ifdef _WIN32
-/* Windows only: the window manager, graphics and the spooler. The entries are
- * the API functions themselves; later parts of the library add the ones they use. */
 #include <commdlg.h>
 #include <winspool.h>
+#else
+#include "os/posix/winapi.h"
+#endif
 #define OSL_API(name) decltype(&::name) name
 struct OslWindowService {
     OSL_API(MessageBoxA);
@@ -138,6 +144,36 @@ struct OslWindowService {
     OSL_API(GetActiveWindow);
     OSL_API(SendMessageA);
     OSL_API(SendMessageTimeoutA);
+    /* dialogs, windows and the message pump, for the dialog helpers and the
+     * print job's abort dialog */
+    OSL_API(GetWindowLongPtrA);
+    OSL_API(GetWindow);
+    OSL_API(GetParent);
+    OSL_API(FindWindowA);
+    OSL_API(EnableWindow);
+    OSL_API(IsWindow);
+    OSL_API(GetWindowThreadProcessId);
+    OSL_API(GetDesktopWindow);
+    OSL_API(GetWindowRect);
+    OSL_API(GetDC);
+    OSL_API(ReleaseDC);
+    OSL_API(IsIconic);
+    OSL_API(ScreenToClient);
+    OSL_API(MoveWindow);
+    OSL_API(DialogBoxParamA);
+    OSL_API(CreateDialogParamA);
+    OSL_API(DestroyWindow);
+    OSL_API(PeekMessageA);
+    OSL_API(IsDialogMessageA);
+    OSL_API(TranslateMessage);
+    OSL_API(DispatchMessageA);
+    OSL_API(SetWindowTextA);
+    OSL_API(SetDlgItemTextA);
+    OSL_API(GetDlgItem);
+    OSL_API(UpdateWindow);
+    OSL_API(SetFocus);
+    OSL_API(GetSystemMenu);
+    OSL_API(EnableMenuItem);
 };
 struct OslGraphicsService {
     OSL_API(CreateDCA);
@@ -150,7 +186,23 @@ struct OslGraphicsService {
     OSL_API(SetAbortProc);
     OSL_API(Escape);
     OSL_API(GetDeviceCaps);
+    /* the print job and the page layer */
+    OSL_API(SaveDC);
+    OSL_API(RestoreDC);
+    OSL_API(ResetDCA);
+    OSL_API(SetMapMode);
+    OSL_API(GetClipBox);
+    OSL_API(DPtoLP);
+    OSL_API(LPtoDP);
+    OSL_API(SetWindowOrgEx);
+    OSL_API(SetViewportOrgEx);
+    OSL_API(SetWindowExtEx);
+    OSL_API(SetViewportExtEx);
+    OSL_API(SetBkMode);
+    OSL_API(Rectangle);
 };
+#ifdef _WIN32
+/* Windows only: printers and their forms. */
 struct OslSpoolerService {
     OSL_API(OpenPrinterA);
     OSL_API(ClosePrinter);
@@ -165,16 +217,39 @@ struct OslSpoolerService {
     OSL_API(PrintDlgA);
     OSL_API(CommDlgExtendedError);
 };
-#undef OSL_API
-#else
-/* Elsewhere the library has no windows: a message box is a stand-in that
- * writes its caption and text to the standard error stream and answers IDOK,
- * and there is never an active window. */
-struct OslWindowService {
-    int(WINAPI* MessageBoxA)(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
-    HWND(WINAPI* GetActiveWindow)(void);
-};
 #endif
+#undef OSL_API
+
+/* The dialog utilities: edit fields, list and combo boxes, fonts, and files
+ * opened by name. Windows and fonts exist on Windows only: the POSIX backend
+ * answers those entries as Win32 fails (no text, no class, no font). Files
+ * are real on both: the POSIX backend opens, searches and deletes them with
+ * the system's calls, a handle being a file descriptor. */
+#include <oxlrt31/dlgutil.h>
+typedef int(OXLCALLBACK* OslFontEnumProc)(const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM);
+struct OslDialogService {
+    UINT(WINAPI* GetDlgItemTextA)(HWND dialog, int id, LPSTR out, int size);
+    int(WINAPI* GetClassNameA)(HWND window, LPSTR out, int size);
+    BOOL(WINAPI* GetClientRect)(HWND window, LPRECT rect);
+    HANDLE(WINAPI* SelectObject)(HDC dc, HANDLE object);
+    HANDLE(WINAPI* GetPropA)(HWND window, LPCSTR name);
+    DWORD(WINAPI* GetTabbedTextExtentA)(HDC dc, LPCSTR text, int count, int tabs, const int* stops);
+    int(WINAPI* EnumFontsA)(HDC dc, LPCSTR face, OslFontEnumProc proc, LPARAM data);
+    DWORD(WINAPI* GetLastError)(void);
+    void(WINAPI* SetLastError)(DWORD error);
+    /* The C run-time's: the parts of a path (each buffer as long as the
+     * path), and its absolute form in `size` bytes (null when it can't be made). */
+    void (*splitpath)(const char* path, char* drive, char* dir, char* name, char* ext);
+    char* (*fullpath)(char* out, const char* path, size_t size);
+    DWORD (*SearchPathA)(LPCSTR path, LPCSTR file, LPCSTR ext, DWORD size, LPSTR out, LPSTR* part);
+    BOOL (*DeleteFileA)(LPCSTR name);
+    /* No security, no template; INVALID_HANDLE_VALUE on failure. */
+    HANDLE (*CreateFileA)(LPCSTR name, DWORD access, DWORD share, DWORD disposition, DWORD attributes);
+    /* The same for a name of the long form "\\?\" + full name: Windows opens
+     * it with CreateFileW, the name converted in the ANSI code page. */
+    HANDLE (*CreateFileLongA)(LPCSTR name, DWORD access, DWORD share, DWORD disposition, DWORD attributes);
+    BOOL (*CloseHandle)(HANDLE file);
+};
 
 /* The backend in force, one table per service. */
 struct OslServices {
@@ -187,10 +262,12 @@ struct OslServices {
     const OslProfileService* profile;
     const OslFileService* file;
     const OslWindowService* window;
-#ifdef _WIN32
     const OslGraphicsService* graphics;
+#ifdef _WIN32
     const OslSpoolerService* spooler;
 #endif
+    /* the dialog utilities */
+    const OslDialogService* dialog;
 };
 
 extern OslServices gOsl;

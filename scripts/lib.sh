@@ -12,6 +12,7 @@ PACKAGES=(
   googletest libgtest-dev libbenchmark-dev libboost-dev valgrind locales-all
   g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
   wine64 libxrender1 libxrandr2 libxi6 libxcursor1 libxinerama1 libxcomposite1 libcups2 fonts-dejavu-core
+  fonts-ipafont-gothic
   xvfb xauth pkg-config
 )
 

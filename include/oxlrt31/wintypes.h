@@ -128,6 +128,87 @@ typedef struct _SECURITY_ATTRIBUTES {
 #define MB_ICONHAND 0x00000010
 #define MB_SYSTEMMODAL 0x00001000
 #define IDOK 1
+
+/* Windows, device contexts and the print job, for the printing and dialog
+ * records; the values are Win32's. */
+typedef HANDLE HDC;
+typedef HANDLE HMENU;
+typedef uintptr_t WPARAM;
+typedef intptr_t LPARAM;
+typedef intptr_t LRESULT;
+typedef intptr_t INT_PTR;
+typedef uintptr_t UINT_PTR;
+typedef uintptr_t DWORD_PTR, *PDWORD_PTR;
+typedef intptr_t LONG_PTR;
+typedef BYTE* LPBYTE;
+typedef DWORD* LPDWORD;
+typedef struct tagRECT {
+    LONG left, top, right, bottom;
+} RECT, *LPRECT;
+typedef struct tagPOINT {
+    LONG x, y;
+} POINT, *LPPOINT;
+typedef struct tagSIZE {
+    LONG cx, cy;
+} SIZE, *LPSIZE;
+typedef struct tagMSG {
+    HWND hwnd;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    DWORD time;
+    POINT pt;
+} MSG, *LPMSG;
+typedef INT_PTR(WINAPI* DLGPROC)(HWND, UINT, WPARAM, LPARAM);
+typedef BOOL(WINAPI* ABORTPROC)(HDC, int);
+typedef struct _DOCINFOA {
+    int cbSize;
+    LPCSTR lpszDocName, lpszOutput, lpszDatatype;
+    DWORD fwType;
+} DOCINFOA;
+/* The printer fields of the device mode, where Win32 has them. */
+typedef struct _devicemodeA {
+    BYTE dmDeviceName[32];
+    WORD dmSpecVersion, dmDriverVersion, dmSize, dmDriverExtra;
+    DWORD dmFields;
+    short dmOrientation, dmPaperSize, dmPaperLength, dmPaperWidth, dmScale, dmCopies, dmDefaultSource, dmPrintQuality;
+    short dmColor, dmDuplex, dmYResolution, dmTTOption, dmCollate;
+    BYTE dmFormName[32];
+    WORD dmLogPixels;
+    DWORD dmBitsPerPel, dmPelsWidth, dmPelsHeight, dmNup, dmDisplayFrequency;
+    DWORD dmICMMethod, dmICMIntent, dmMediaType, dmDitherType, dmReserved1, dmReserved2, dmPanningWidth, dmPanningHeight;
+} DEVMODEA, *LPDEVMODEA;
+#define DM_COPIES 0x00000100
+#define DM_DEFAULTSOURCE 0x00000200
+#define MAKEINTRESOURCEA(i) ((LPSTR)(uintptr_t)(WORD)(i))
+#define WM_DESTROY 0x0002
+#define WM_INITDIALOG 0x0110
+#define WM_COMMAND 0x0111
+#define WM_INITMENU 0x0116
+#define PM_NOREMOVE 0x0000
+#define PM_REMOVE 0x0001
+#define GWLP_HINSTANCE (-6)
+#define GWL_STYLE (-16)
+#define GW_HWNDFIRST 0
+#define GW_HWNDNEXT 2
+#define GW_OWNER 4
+#define WS_DISABLED 0x08000000L
+#define WS_CHILD 0x40000000L
+#define IDCANCEL 2
+#define MB_ICONEXCLAMATION 0x00000030
+#define MF_BYCOMMAND 0x00000000
+#define MF_GRAYED 0x00000001
+#define SC_CLOSE 0xF060
+#define LOGPIXELSX 88
+#define LOGPIXELSY 90
+#define HORZRES 8
+#define VERTRES 10
+#define PHYSICALWIDTH 110
+#define PHYSICALHEIGHT 111
+#define PHYSICALOFFSETX 112
+#define PHYSICALOFFSETY 113
+#define MM_HIENGLISH 5
+#define TRANSPARENT 1
 #endif
 
 #endif

@@ -11,6 +11,7 @@
 #include "../codepage.h"
 #include "profile_posix.h"
 #include "shared_posix.h"
+#include "dialog_posix.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -454,11 +455,20 @@ constexpr OslTextService kText = {acp, leadByte, charNext, charNextEx, charPrevE
                                   upperBuff, lowerBuff, isAlpha, isAlnum, strCmp, strCmpI};
 constexpr OslCrtService kCrt = {crtAtof, crtGcvt, crtSetlocale};
 constexpr OslFileService kFile = {createFile, searchPath, deleteFile, closeFile};
-constexpr OslWindowService kWindow = {messageBox, activeWindow};
+// No windows and no printers: every other entry answers as the API does when
+// it fails (0, FALSE or a null handle).
+template <class R, class... A>
+R WINAPI none(A...) { return R(); }
+constexpr OslWindowService kWindow = {messageBox, none, activeWindow, none, none, none, none, none, none, none, none,
+                                      none, none, none, none, none, none, none, none, none, none, none, none,
+                                      none, none, none, none, none, none, none, none, none, none};
+constexpr OslGraphicsService kGraphics = {none, none, none, none, none, none, none, none, none, none, none, none,
+                                          none, none, none, none, none, none, none, none, none, none, none};
 
 } // namespace
 
-constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kOslPosixProfile, &kFile, &kWindow};
+constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kOslPosixProfile, &kFile, &kWindow, &kGraphics,
+                                    &kOslPosixDialog};
 constinit OslServices gOsl = gOslNative;
 
 // No system notification tells a shared object that it was loaded; the

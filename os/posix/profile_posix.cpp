@@ -191,6 +191,7 @@ struct StringRow {
 constexpr StringRow kStrings[] = {
 #define OXL_STRING(id, text) {id, text},
 #include "../../resources/strings.inc"
+#include "../../resources/print_strings.inc"
 #undef OXL_STRING
 };
 

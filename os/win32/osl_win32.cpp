@@ -2,6 +2,7 @@
 // is the API's own, the entry is the API function; the rest adapt a detail
 // (the process heap, a null DACL, the version record) in a line or two.
 #include "../osl.h"
+#include "dialog_win32.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -82,9 +83,18 @@ constexpr OslTextService kText = {
 constexpr OslCrtService kCrt = {crtAtof, crtGcvt, crtSetlocale};
 constexpr OslProfileService kProfile = {profileInt, profileString, writeProfile, loadString};
 constexpr OslFileService kFile = {createFile, searchPath, deleteFile, closeHandle};
-constexpr OslWindowService kWindow = {MessageBoxA, MessageBeep, GetActiveWindow, SendMessageA, SendMessageTimeoutA};
+constexpr OslWindowService kWindow = {
+    MessageBoxA, MessageBeep, GetActiveWindow, SendMessageA, SendMessageTimeoutA,
+    GetWindowLongPtrA, GetWindow, GetParent, FindWindowA, EnableWindow, IsWindow, GetWindowThreadProcessId,
+    GetDesktopWindow, GetWindowRect, GetDC, ReleaseDC, IsIconic, ScreenToClient, MoveWindow,
+    DialogBoxParamA, CreateDialogParamA, DestroyWindow, PeekMessageA, IsDialogMessageA, TranslateMessage,
+    DispatchMessageA, SetWindowTextA, SetDlgItemTextA, GetDlgItem, UpdateWindow, SetFocus, GetSystemMenu,
+    EnableMenuItem,
+};
 constexpr OslGraphicsService kGraphics = {
     CreateDCA, CreateICA, DeleteDC, StartDocA, StartPage, EndPage, EndDoc, SetAbortProc, Escape, GetDeviceCaps,
+    SaveDC, RestoreDC, ResetDCA, SetMapMode, GetClipBox, DPtoLP, LPtoDP, SetWindowOrgEx, SetViewportOrgEx,
+    SetWindowExtEx, SetViewportExtEx, SetBkMode, Rectangle,
 };
 constexpr OslSpoolerService kSpooler = {
     OpenPrinterA, ClosePrinter, GetPrinterA, EnumPrintersA, DocumentPropertiesA, DeviceCapabilitiesA,
@@ -94,7 +104,8 @@ constexpr OslSpoolerService kSpooler = {
 } // namespace
 
 constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt,
-                                &kProfile, &kFile, &kWindow, &kGraphics, &kSpooler};
+                                &kProfile, &kFile, &kWindow, &kGraphics, &kSpooler,
+                                &kOslWin32Dialog};
 constinit OslServices gOsl = gOslNative;
 
 // Windows tells the library of load, unload and thread exit through DllMain.

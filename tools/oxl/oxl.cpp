@@ -22,6 +22,8 @@
 //                            shown under another (us/de); oxl num SETTINGS read
 //                            TEXT [PICTURE] reads a typed text back (oxl_num.cpp)
 //   oxl help                 what each command does
+//   oxl fonts                the font faces and character sets the library finds
+//   oxl open NAME [FLAGS]    what CBOpenFile does with a name
 //
 // Misuse is told on the error stream, with exit status 2. Numbers are read
 // whole: "4096abc" is not a number. Natively the arguments come in the
@@ -458,6 +460,8 @@ struct Command {
 int cmdHelp(int, char**);
 } // namespace
 int OxlNum(int argc, char** argv); // oxl_num.cpp
+int OxlFonts(int argc, char** argv); // oxl_fonts.cpp
+int OxlOpen(int argc, char** argv);  // oxl_fonts.cpp
 namespace {
 constexpr Command kCommands[] = {
     {"tour", cmdTour, 0, 0, "", "a short walk through what the library does"},
@@ -486,6 +490,11 @@ constexpr Command kCommands[] = {
      "                  text, currency (\"$\") or under a picture, and read back; SETTINGS us,\n"
      "                  de, fr, ch, ja or profile, or us/de: stored under us, shown under de"},
     {"help", cmdHelp, 0, 0, "", "this text"},
+    // dialog and font utilities (oxl_fonts.cpp)
+    {"fonts", OxlFonts, 0, 0, "", "the font faces the library finds, with their character sets"},
+    {"open", OxlOpen, 1, -1, "NAME ...",
+     "NAME [FLAGS]: what CBOpenFile does with a name (FLAGS: read write readwrite\n"
+     "                  exclusive denywrite denyread denynone parse delete create exist, or a number)"},
 };
 
 void usage(FILE* to) {

@@ -1,0 +1,67 @@
+// The Win32 window, graphics and printing calls, declared (never defined) so
+// that the OS layer's tables have the same entries on every system. The
+// POSIX backend fills them with stand-ins that answer as Win32 fails.
+#ifndef OXL_OS_POSIX_WINAPI_H
+#define OXL_OS_POSIX_WINAPI_H
+
+#include <oxlrt31/wintypes.h>
+
+int WINAPI MessageBoxA(HWND, LPCSTR, LPCSTR, UINT);
+BOOL WINAPI MessageBeep(UINT);
+HWND WINAPI GetActiveWindow(void);
+LRESULT WINAPI SendMessageA(HWND, UINT, WPARAM, LPARAM);
+LRESULT WINAPI SendMessageTimeoutA(HWND, UINT, WPARAM, LPARAM, UINT, UINT, PDWORD_PTR);
+LONG_PTR WINAPI GetWindowLongPtrA(HWND, int);
+HWND WINAPI GetWindow(HWND, UINT);
+HWND WINAPI GetParent(HWND);
+HWND WINAPI FindWindowA(LPCSTR, LPCSTR);
+BOOL WINAPI EnableWindow(HWND, BOOL);
+BOOL WINAPI IsWindow(HWND);
+DWORD WINAPI GetWindowThreadProcessId(HWND, LPDWORD);
+HWND WINAPI GetDesktopWindow(void);
+BOOL WINAPI GetWindowRect(HWND, LPRECT);
+HDC WINAPI GetDC(HWND);
+int WINAPI ReleaseDC(HWND, HDC);
+BOOL WINAPI IsIconic(HWND);
+BOOL WINAPI ScreenToClient(HWND, LPPOINT);
+BOOL WINAPI MoveWindow(HWND, int, int, int, int, BOOL);
+INT_PTR WINAPI DialogBoxParamA(HINSTANCE, LPCSTR, HWND, DLGPROC, LPARAM);
+HWND WINAPI CreateDialogParamA(HINSTANCE, LPCSTR, HWND, DLGPROC, LPARAM);
+BOOL WINAPI DestroyWindow(HWND);
+BOOL WINAPI PeekMessageA(LPMSG, HWND, UINT, UINT, UINT);
+BOOL WINAPI IsDialogMessageA(HWND, LPMSG);
+BOOL WINAPI TranslateMessage(const MSG*);
+LRESULT WINAPI DispatchMessageA(const MSG*);
+BOOL WINAPI SetWindowTextA(HWND, LPCSTR);
+BOOL WINAPI SetDlgItemTextA(HWND, int, LPCSTR);
+HWND WINAPI GetDlgItem(HWND, int);
+BOOL WINAPI UpdateWindow(HWND);
+HWND WINAPI SetFocus(HWND);
+HMENU WINAPI GetSystemMenu(HWND, BOOL);
+BOOL WINAPI EnableMenuItem(HMENU, UINT, UINT);
+
+HDC WINAPI CreateDCA(LPCSTR, LPCSTR, LPCSTR, const DEVMODEA*);
+HDC WINAPI CreateICA(LPCSTR, LPCSTR, LPCSTR, const DEVMODEA*);
+BOOL WINAPI DeleteDC(HDC);
+int WINAPI SaveDC(HDC);
+BOOL WINAPI RestoreDC(HDC, int);
+HDC WINAPI ResetDCA(HDC, const DEVMODEA*);
+int WINAPI StartDocA(HDC, const DOCINFOA*);
+int WINAPI StartPage(HDC);
+int WINAPI EndPage(HDC);
+int WINAPI EndDoc(HDC);
+int WINAPI SetAbortProc(HDC, ABORTPROC);
+int WINAPI Escape(HDC, int, int, LPCSTR, LPVOID);
+int WINAPI GetDeviceCaps(HDC, int);
+int WINAPI SetMapMode(HDC, int);
+int WINAPI GetClipBox(HDC, LPRECT);
+BOOL WINAPI DPtoLP(HDC, LPPOINT, int);
+BOOL WINAPI LPtoDP(HDC, LPPOINT, int);
+BOOL WINAPI SetWindowOrgEx(HDC, int, int, LPPOINT);
+BOOL WINAPI SetViewportOrgEx(HDC, int, int, LPPOINT);
+BOOL WINAPI SetWindowExtEx(HDC, int, int, LPSIZE);
+BOOL WINAPI SetViewportExtEx(HDC, int, int, LPSIZE);
+int WINAPI SetBkMode(HDC, int);
+BOOL WINAPI Rectangle(HDC, int, int, int, int);
+
+#endif

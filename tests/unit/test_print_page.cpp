@@ -1,0 +1,162 @@
+// The page layer over a scripted device of 100 pixels an inch (a device unit
+// is 10 thousandths of an inch) with Letter paper, 8500 by 11000 logical.
+#include "print/print.h"
+#include "tests/support/scripted_print.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Draw {
+    ScriptedPrint* print;
+    std::vector<std::pair<LONG, LONG>> flags; // MoreAcross, MoreDown for each call in turn; last repeats
+    int calls = 0, pages = 1, asked = 0, badArgs = 0;
+};
+LONG OXLCALLBACK drawPage(HDC, int code, RECT* band, LPARAM data, LPARAM r1, LPARAM r2, LPARAM r3, LONG* across, LONG* down) {
+    Draw* d = reinterpret_cast<Draw*>(data);
+    if (r1 || r2 || r3) ++d->badArgs;
+    d->print->Note("draw:" + std::to_string(code) + "," + std::to_string(band->right) + "," + std::to_string(band->bottom) +
+                   "," + std::to_string(*across) + std::to_string(*down));
+    size_t i = std::min(size_t(d->calls), d->flags.size() - 1);
+    *across = d->flags[i].first;
+    *down = d->flags[i].second;
+    ++d->calls;
+    return 0;
+}
+BOOL OXLCALLBACK nextPage(LPARAM data) {
+    Draw* d = reinterpret_cast<Draw*>(data);
+    d->print->Note("next");
+    return ++d->asked < d->pages;
+}
+
+struct Row {
+    const char* name;
+    LONG width, height, left, top, splitAcross, splitDown, snap;
+    ScriptedPrint::Script script;
+    LONG copies;
+    short dmCopies;
+    std::vector<std::pair<LONG, LONG>> flags;
+    int pages;
+    int sheets;     // times DrawPage was called
+    LONG endWidth, endHeight;
+};
+
+const Row kTiles[] = {
+    {"a page equal to the paper", 8500, 11000, 0, 0, 1, 1, 1, {}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
+    {"15 wider, split set: cut to the paper", 8515, 11000, 0, 0, 1, 0, 1, {}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
+    {"20 wider, split set: cut", 8520, 11000, 0, 0, 1, 0, 1, {}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
+    {"21 wider, split set: two columns", 8521, 11000, 0, 0, 1, 0, 1, {}, 1, 0, {{1, 1}}, 1, 2, 8521, 11000},
+    {"SplitDown allows tiling across too", 8521, 11000, 0, 0, 0, 1, 1, {}, 1, 0, {{1, 1}}, 1, 2, 8521, 11000},
+    {"16000 wide: two columns", 16000, 11000, 0, 0, 1, 0, 1, {}, 1, 0, {{1, 1}}, 1, 2, 16000, 11000},
+    {"17000 wide: two columns", 17000, 11000, 0, 0, 1, 0, 1, {}, 1, 0, {{1, 1}}, 1, 2, 17000, 11000},
+    {"17000 wide at left 1: three", 17000, 11000, 1, 0, 1, 0, 1, {}, 1, 0, {{1, 1}}, 1, 3, 17000, 11000},
+    {"left -100 counts as 0", 17000, 11000, -100, 0, 1, 0, 1, {}, 1, 0, {{1, 1}}, 1, 2, 17000, 11000},
+    {"11001 high at top 0: one row", 8500, 11000, 0, 0, 0, 1, 1, {}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
+    {"22001 high: three rows", 8500, 22001, 0, 0, 0, 1, 1, {}, 1, 0, {{1, 1}}, 1, 3, 8500, 22001},
+    {"top 1 pushes 22000 into three rows", 8500, 22000, 0, 1, 0, 1, 1, {}, 1, 0, {{1, 1}}, 1, 3, 8500, 22000},
+    {"no split: any excess cut", 20000, 30000, 0, 0, 0, 0, 1, {}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
+    {"2 by 2", 17000, 22000, 0, 0, 1, 1, 1, {}, 1, 0, {{1, 1}}, 1, 4, 17000, 22000},
+    {"host leaves both flags 0: one sheet", 17000, 22000, 0, 0, 1, 1, 1, {}, 1, 0, {{0, 0}}, 1, 1, 17000, 22000},
+    {"MoreDown cleared on the second tile: Tiles 2", 17000, 22000, 0, 0, 1, 1, 1, {}, 1, 0, {{1, 1}, {1, 0}}, 1, 2, 17000, 22000},
+    {"MoreAcross 0: a column of rows", 17000, 22000, 0, 0, 1, 1, 1, {}, 1, 0, {{0, 1}}, 1, 2, 17000, 22000},
+    {"3 copies by the device", 8500, 11000, 0, 0, 0, 0, 1, {.escapes = {9, 12, 17}}, 3, 0, {{1, 1}}, 1, 1, 8500, 11000},
+    {"3 copies in software", 8500, 11000, 0, 0, 0, 0, 1, {}, 3, 1, {{1, 1}}, 1, 3, 8500, 11000},
+    {"dmCopies 2: the driver copies", 8500, 11000, 0, 0, 0, 0, 1, {}, 3, 2, {{1, 1}}, 1, 1, 8500, 11000},
+    {"2 columns, 2 copies, 2 pages", 17000, 11000, 0, 0, 1, 0, 1, {}, 2, 0, {{1, 1}}, 2, 8, 17000, 11000},
+    {"snapped to the device's grid", 8005, 10996, 0, 0, 0, 0, 0, {}, 1, 0, {{1, 1}}, 1, 1, 8000, 10990},
+    {"paper size from the capabilities", 17000, 11000, 0, 0, 1, 0, 1, {.escapes = {9}}, 1, 0, {{1, 1}}, 1, 2, 17000, 11000},
+    {"width cut, snap: clip short of the height keeps it", 9000, 10000, 0, 0, 0, 0, 1,
+     {.offsetY = 50, .clip = {0, 0, 8500, -10000}}, 1, 0, {{1, 1}}, 1, 1, 8500, 10000},
+    {"width cut, snap: clip far short of the height makes it the paper's", 9000, 10000, 0, 0, 0, 0, 1,
+     {.offsetY = 50, .clip = {0, -100, 8500, -9099}}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
+    {"height cut, snap: clip far short of the width", 8000, 12000, 0, 0, 0, 0, 1,
+     {.offsetX = 25, .clip = {0, 0, 7499, -11000}}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
+    {"an empty clip box: no drawing", 8500, 11000, 0, 0, 0, 0, 1, {.clip = {0, 0, 0, -11000}}, 1, 0, {{1, 1}}, 1, 0, 8500, 11000},
+};
+
+class PageTiles : public ::testing::TestWithParam<Row> {};
+TEST_P(PageTiles, SheetsAndSize) {
+    const Row& row = GetParam();
+    ScriptedPrint print(row.script);
+    HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, {}, false});
+    PagePrintInfo info = {};
+    info.PageWidth = row.width;
+    info.PageHeight = row.height;
+    info.PageLeft = row.left;
+    info.PageTop = row.top;
+    info.SplitAcross = row.splitAcross;
+    info.SplitDown = row.splitDown;
+    info.SnapToPaper = row.snap;
+    info.Copies = row.copies;
+    DEVMODEA mode = {};
+    mode.dmCopies = row.dmCopies;
+    info.Job.DevMode = &mode;
+    info.Job.Flags = PRINT_NO_DIALOG;
+    Draw draw{&print, row.flags};
+    draw.pages = row.pages;
+    info.DrawPage = drawPage;
+    info.NextPage = nextPage;
+    info.HostData = reinterpret_cast<LPARAM>(&draw);
+    EXPECT_EQ(PagePrint(parent, &info), 1);
+    EXPECT_EQ(draw.calls, row.sheets) << "DrawPage calls for " << row.name;
+    EXPECT_EQ(draw.badArgs, 0) << "DrawPage's three reserved values are 0: " << row.name;
+    EXPECT_EQ(info.PageWidth, row.endWidth) << "PageWidth after " << row.name;
+    EXPECT_EQ(info.PageHeight, row.endHeight) << "PageHeight after " << row.name;
+    EXPECT_EQ(draw.asked, row.pages) << "NextPage calls for " << row.name;
+    EXPECT_EQ(info.Job.Status, 0) << row.name;
+    EXPECT_EQ(info.PageCount, 1) << "PageCount raised from 0";
+}
+INSTANTIATE_TEST_SUITE_P(Table, PageTiles, ::testing::ValuesIn(kTiles));
+
+// Where each tile lands: window and viewport origins, the frame, what
+// DrawPage is given, the escapes sent.
+struct MapRow { const char* name; LONG width, height; ScriptedPrint::Script script; const char* calls; };
+const MapRow kMaps[] = {
+    {"2 by 1, no margins, framed", 17000, 11000, {},
+     "copies:2 worg:0,0 vorg:0,0 frame:0,0,17000,-11000 draw:3,850,1100,00 "
+     "worg:8500,0 vorg:0,0 frame:8500,0,25500,-11000 draw:3,850,1100,00 next"},
+    {"1 by 2, no margins", 8500, 22000, {},
+     "copies:2 worg:0,0 vorg:0,0 frame:0,0,8500,-22000 draw:3,850,1100,00 "
+     "worg:0,-11000 vorg:0,0 frame:0,-11000,8500,-33000 draw:3,850,1100,00 next"},
+    {"2 by 1 with the printing offset", 17000, 10000,
+     {.escapes = {9, 12, 13}, .offsetX = 25, .offsetY = 50, .clip = {250, -500, 8250, -10500}},
+     "copies:2 worg:0,0 vorg:-25,-50 frame:0,0,17000,-10000 draw:3,850,1100,00 "
+     "worg:8250,0 vorg:0,-50 frame:8250,0,25250,-10000 draw:3,850,1100,00 next"},
+    {"1 by 2 with the printing offset", 8000, 21000,
+     {.escapes = {9, 12, 13}, .offsetX = 25, .offsetY = 50, .clip = {0, 0, 8000, -10000}},
+     "copies:2 worg:0,0 vorg:-25,-50 frame:0,0,8000,-21000 draw:3,850,1100,00 "
+     "worg:0,-11500 vorg:-25,0 frame:0,-11500,8000,-32500 draw:3,850,1100,00 next"},
+    {"an offset but no printing-offset escape: margins 0", 17000, 11000, {.offsetX = 25, .offsetY = 50},
+     "copies:2 worg:0,0 vorg:0,0 frame:0,0,17000,-11000 draw:3,850,1100,00 "
+     "worg:8500,0 vorg:0,0 frame:8500,0,25500,-11000 draw:3,850,1100,00 next"},
+    {"3 by 1 with the printing offset: the third column", 25000, 10000,
+     {.escapes = {9, 12, 13}, .offsetX = 25, .offsetY = 50, .clip = {0, 0, 8000, -10000}},
+     "copies:2 worg:0,0 vorg:-25,-50 frame:0,0,25000,-10000 draw:3,850,1100,00 "
+     "worg:8250,0 vorg:0,-50 frame:8250,0,33250,-10000 draw:3,850,1100,00 "
+     "worg:16750,0 vorg:0,-50 frame:16750,0,41750,-10000 draw:3,850,1100,00 next"},
+};
+class PageMapping : public ::testing::TestWithParam<MapRow> {};
+TEST_P(PageMapping, Origins) {
+    const MapRow& row = GetParam();
+    ScriptedPrint::Script script = row.script;
+    script.escapes.push_back(17); // copies asked of the device, and logged
+    ScriptedPrint print(script);
+    HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, {}, false});
+    PagePrintInfo info = {};
+    info.PageWidth = row.width;
+    info.PageHeight = row.height;
+    info.SplitAcross = 1;
+    info.SnapToPaper = 1;
+    info.Copies = 2;
+    info.DrawFrame = 1;
+    info.Job.Flags = PRINT_NO_DIALOG;
+    Draw draw{&print, {{1, 1}}};
+    info.DrawPage = drawPage;
+    info.NextPage = nextPage;
+    info.HostData = reinterpret_cast<LPARAM>(&draw);
+    PagePrint(parent, &info);
+    EXPECT_EQ(print.Calls({"copies:", "draft:", "worg:", "vorg:", "frame:", "draw:", "next"}), row.calls) << row.name;
+}
+INSTANTIATE_TEST_SUITE_P(Table, PageMapping, ::testing::ValuesIn(kMaps));
+
+} // namespace
