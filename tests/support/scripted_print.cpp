@@ -113,8 +113,10 @@ HWND WINAPI focus(HWND) { return nullptr; }
 HMENU WINAPI systemMenu(HWND, BOOL) { return reinterpret_cast<HMENU>(0x5E0); }
 BOOL WINAPI menuItem(HMENU menu, UINT id, UINT flags) { return say("menu", menu, id, flags), TRUE; }
 
-HDC WINAPI createDC(LPCSTR, LPCSTR, LPCSTR, const DEVMODEA*) { return say("CreateDCA"), sP.script.failCreateDC ? nullptr : kDc; }
-HDC WINAPI createIC(LPCSTR, LPCSTR, LPCSTR, const DEVMODEA*) { return kDc; }
+HDC WINAPI createDC(LPCSTR driver, LPCSTR device, LPCSTR port, const DEVMODEA* m) {
+    return say("CreateDCA"), say("dc", driver, device, port, m != nullptr), sP.script.failCreateDC ? nullptr : kDc;
+}
+HDC WINAPI createIC(LPCSTR driver, LPCSTR device, LPCSTR port, const DEVMODEA* m) { return say("ic", driver, device, port, m != nullptr), kDc; }
 BOOL WINAPI deleteDC(HDC) { return say("DeleteDC"), TRUE; }
 int WINAPI saveDC(HDC) { return say("SaveDC"), sP.script.saveLevel; }
 BOOL WINAPI restoreDC(HDC, int level) { return say("RestoreDC", level), TRUE; }
@@ -165,6 +167,47 @@ BOOL WINAPI windowOrg(HDC, int x, int y, LPPOINT) { return say("worg", x, y), TR
 BOOL WINAPI viewportOrg(HDC, int x, int y, LPPOINT) { return say("vorg", x, y), TRUE; }
 BOOL WINAPI extent(HDC, int, int, LPSIZE) { return TRUE; }
 int WINAPI bkMode(HDC, int) { return 1; }
+BOOL WINAPI printDlg(LPPRINTDLGA d) {
+    say("PrintDlgA", d->Flags);
+    std::string block(sizeof(DEVNAMES), '\0');
+    WORD offsets[3] = {};
+    for (size_t i = 0; i < sP.script.devNames.size(); ++i) offsets[i] = WORD(block.size()), block += sP.script.devNames[i] + '\0';
+    DEVNAMES n = {offsets[1], offsets[0], offsets[2], 0};
+    std::memcpy(&block[0], &n, sizeof n);
+    if (!sP.script.devNames.empty()) d->hDevNames = gOsl.memory->GlobalAlloc(GMEM_MOVEABLE, block.size());
+    if (d->hDevNames) std::memcpy(gOsl.memory->GlobalLock(d->hDevNames), block.data(), block.size()), gOsl.memory->GlobalUnlock(d->hDevNames);
+    d->hDevMode = gOsl.memory->GlobalAlloc(GMEM_MOVEABLE, 156);
+    return sP.script.printDlg;
+}
+DWORD WINAPI dialogError() { return sP.script.dialogError; }
+BOOL WINAPI openPrinter(LPSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSA) {
+    say("OpenPrinterA", name);
+    *printer = reinterpret_cast<HANDLE>(0x9E);
+    return std::strcmp(name, "none") != 0;
+}
+BOOL WINAPI closePrinter(HANDLE p) { return say("ClosePrinter", p), TRUE; }
+BOOL WINAPI getPrinter(HANDLE, DWORD level, LPBYTE out, DWORD size, LPDWORD needed) {
+    const char strings[] = "drv\0CUPS:PDF";
+    WORD mode = sP.script.levelTwoDevMode;
+    *needed = DWORD(sizeof(PRINTER_INFO_2A) + mode + sizeof strings);
+    if (sP.script.failGetPrinter || level != 2 || size < *needed) return FALSE;
+    PRINTER_INFO_2A info = {};
+    std::memset(out, 0, size);
+    LPSTR text = reinterpret_cast<LPSTR>(out + sizeof info + mode);
+    std::memcpy(text, strings, sizeof strings);
+    info.pDriverName = text, info.pPortName = text + 4;
+    if (mode) {
+        info.pDevMode = reinterpret_cast<LPDEVMODEA>(out + sizeof info);
+        info.pDevMode->dmSize = WORD(mode - 20), info.pDevMode->dmDriverExtra = 20, info.pDevMode->dmCopies = 5;
+    }
+    std::memcpy(out, &info, sizeof info);
+    return TRUE;
+}
+LONG WINAPI documentProperties(HWND, HANDLE, LPSTR, LPDEVMODEA out, LPDEVMODEA, DWORD mode) {
+    say("DocumentPropertiesA", mode);
+    if (mode == DM_OUT_BUFFER && sP.script.devModeCopy >= 0) out->dmCopies = 3;
+    return mode ? sP.script.devModeCopy : sP.script.devModeSize;
+}
 BOOL WINAPI rectangle(HDC, int l, int t, int r, int b) { return say("frame", l, t, r, b), TRUE; }
 
 } // namespace
@@ -179,7 +222,7 @@ ScriptedPrint::ScriptedPrint(Script script) : m_window(gOsl.window), m_graphics(
                  isDialogMessage, translate, dispatch, windowText, itemText, dlgItem, update, focus, systemMenu, menuItem};
     sP.graphics = {createDC, createIC, deleteDC, startDoc, startPage, endPage, endDoc, abortProc, escape, caps, saveDC,
                    restoreDC, resetDC, mapMode, clipBox, toLogical, toDevice, windowOrg, viewportOrg, extent, extent,
-                   bkMode, rectangle};
+                   bkMode, rectangle, printDlg, dialogError, openPrinter, closePrinter, getPrinter, documentProperties};
     gOsl.window = &sP.window, gOsl.graphics = &sP.graphics;
 }
 ScriptedPrint::~ScriptedPrint() { gOsl.window = m_window, gOsl.graphics = m_graphics; }
