@@ -18,7 +18,7 @@ struct PrintScript {
 } sP;
 
 const HDC kDc = reinterpret_cast<HDC>(0xD00);
-const HWND kDialog = reinterpret_cast<HWND>(0xA00), kDesktop = reinterpret_cast<HWND>(0xDE5);
+const HWND kDialog = reinterpret_cast<HWND>(0xA00), kDesktop = reinterpret_cast<HWND>(0xDE5); // GetDesktopWindow's
 
 std::string str(const char* s) { return s ? s : ""; }
 std::string str(long long v) { return std::to_string(v); }
@@ -29,6 +29,8 @@ template <class... A> void say(const char* what, A... a) {
     ((s += (s.find(':') == std::string::npos ? ":" : ",") + str(a)), ...);
     sP.log.push_back(s);
 }
+// A fixed answer of any entry.
+template <uintptr_t V, class R, class... A> R WINAPI fixed(A...) { return R(V); }
 ScriptedPrint::Window* find(HWND w) {
     for (auto& [h, rec] : sP.windows)
         if (h == w) return &rec;
@@ -62,36 +64,24 @@ BOOL WINAPI enableWindow(HWND w, BOOL enable) {
 }
 BOOL WINAPI isWindow(HWND w) { return find(w) != nullptr; }
 DWORD WINAPI windowThread(HWND w, LPDWORD) { return find(w) ? find(w)->thread : 0; }
-HWND WINAPI desktop() { return kDesktop; }
-BOOL WINAPI windowRect(HWND w, LPRECT rect) {
-    *rect = w == kDesktop ? RECT{0, 0, 1280, 1024} : find(w) ? find(w)->rect : RECT{0, 0, 0, 0};
-    return TRUE;
-}
-HDC WINAPI getDC(HWND) { return reinterpret_cast<HDC>(0xD15); }
-int WINAPI releaseDC(HWND, HDC) { return 1; }
+BOOL WINAPI windowRect(HWND w, LPRECT rect) { return *rect = w == kDesktop ? RECT{0, 0, 1280, 1024} : find(w) ? find(w)->rect : RECT{}, TRUE; }
 BOOL WINAPI iconic(HWND w) { return find(w) && find(w)->iconic; }
 BOOL WINAPI screenToClient(HWND w, LPPOINT p) {
     RECT r;
-    windowRect(w, &r);
-    *p = {p->x - r.left, p->y - r.top};
-    return TRUE;
+    return windowRect(w, &r), *p = {p->x - r.left, p->y - r.top}, TRUE;
 }
 BOOL WINAPI moveWindow(HWND, int x, int y, int w, int h, BOOL) { return say("move", x, y, w, h), TRUE; }
 INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) {
     return say("dialogbox", name), proc(nullptr, WM_INITDIALOG, 0, lp);
 }
 HWND WINAPI createDialog(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) {
-    say("dialog", name);
-    if (sP.script.failDialog) return nullptr;
+    if (say("dialog", name), sP.script.failDialog) return nullptr;
     sP.dialog = kDialog, sP.dialogProc = proc;
-    proc(kDialog, WM_INITDIALOG, 0, lp);
-    return kDialog;
+    return proc(kDialog, WM_INITDIALOG, 0, lp), kDialog;
 }
 BOOL WINAPI destroyWindow(HWND w) {
-    say("destroy");
-    if (w == sP.dialog && sP.dialogProc) sP.dialogProc(w, WM_DESTROY, 0, 0);
-    if (w == sP.dialog) sP.dialog = nullptr;
-    return TRUE;
+    if (say("destroy"), w == sP.dialog && sP.dialogProc) sP.dialogProc(w, WM_DESTROY, 0, 0);
+    return sP.dialog = w == sP.dialog ? nullptr : sP.dialog, TRUE;
 }
 BOOL WINAPI peek(LPMSG msg, HWND, UINT, UINT, UINT remove) {
     if (!(remove & PM_REMOVE) || ++sP.peeks != sP.script.cancelAtPeek) return FALSE;
@@ -103,14 +93,10 @@ BOOL WINAPI isDialogMessage(HWND dialog, LPMSG msg) {
     if (msg->hwnd != dialog || !sP.dialogProc) return FALSE;
     return sP.dialogProc(dialog, msg->message, msg->wParam, msg->lParam), TRUE;
 }
-BOOL WINAPI translate(const MSG*) { return TRUE; }
 LRESULT WINAPI dispatch(const MSG*) { return say("dispatch"), 0; }
 BOOL WINAPI windowText(HWND, LPCSTR text) { return say("caption", text), TRUE; }
 BOOL WINAPI itemText(HWND, int id, LPCSTR text) { return say(std::to_string(id).c_str(), text), TRUE; }
 HWND WINAPI dlgItem(HWND, int id) { return reinterpret_cast<HWND>(intptr_t(0xB00 + id)); }
-BOOL WINAPI update(HWND) { return TRUE; }
-HWND WINAPI focus(HWND) { return nullptr; }
-HMENU WINAPI systemMenu(HWND, BOOL) { return reinterpret_cast<HMENU>(0x5E0); }
 BOOL WINAPI menuItem(HMENU menu, UINT id, UINT flags) { return say("menu", menu, id, flags), TRUE; }
 
 HDC WINAPI createDC(LPCSTR driver, LPCSTR device, LPCSTR port, const DEVMODEA* m) {
@@ -141,32 +127,17 @@ int WINAPI escape(HDC, int code, int, LPCSTR in, LPVOID out) {
     return 1;
 }
 int WINAPI caps(HDC, int index) {
-    switch (index) {
-    case LOGPIXELSX: case LOGPIXELSY: return 96;
-    case HORZRES: return 1280;
-    case VERTRES: return 1024;
-    case PHYSICALWIDTH: return sP.script.paperWidth;
-    case PHYSICALHEIGHT: return sP.script.paperHeight;
-    case PHYSICALOFFSETX: return sP.script.offsetX;
-    case PHYSICALOFFSETY: return sP.script.offsetY;
-    default: return 0;
-    }
+    const ScriptedPrint::Script& s = sP.script;
+    std::map<int, int> caps = {{LOGPIXELSX, 96}, {LOGPIXELSY, 96}, {HORZRES, 1280}, {VERTRES, 1024}, {PHYSICALWIDTH, s.paperWidth},
+                               {PHYSICALHEIGHT, s.paperHeight}, {PHYSICALOFFSETX, s.offsetX}, {PHYSICALOFFSETY, s.offsetY}};
+    return caps[index];
 }
-int WINAPI mapMode(HDC, int) { return 1; }
 int WINAPI clipBox(HDC, LPRECT r) { return *r = sP.script.clip, 2; }
 // MM_HIENGLISH at 100 pixels an inch, origins left at 0 for the measures.
-BOOL WINAPI toLogical(HDC, LPPOINT p, int n) {
-    for (int i = 0; i < n; ++i) p[i] = {p[i].x * 10, -p[i].y * 10};
-    return TRUE;
-}
-BOOL WINAPI toDevice(HDC, LPPOINT p, int n) {
-    for (int i = 0; i < n; ++i) p[i] = {p[i].x / 10, -p[i].y / 10};
-    return TRUE;
-}
+BOOL WINAPI toLogical(HDC, LPPOINT p, int n) { return std::transform(p, p + n, p, [](POINT q) { return POINT{q.x * 10, -q.y * 10}; }), TRUE; }
+BOOL WINAPI toDevice(HDC, LPPOINT p, int n) { return std::transform(p, p + n, p, [](POINT q) { return POINT{q.x / 10, -q.y / 10}; }), TRUE; }
 BOOL WINAPI windowOrg(HDC, int x, int y, LPPOINT) { return say("worg", x, y), TRUE; }
 BOOL WINAPI viewportOrg(HDC, int x, int y, LPPOINT) { return say("vorg", x, y), TRUE; }
-BOOL WINAPI extent(HDC, int, int, LPSIZE) { return TRUE; }
-int WINAPI bkMode(HDC, int) { return 1; }
 BOOL WINAPI printDlg(LPPRINTDLGA d) {
     say("PrintDlgA", d->Flags);
     std::string block(sizeof(DEVNAMES), '\0');
@@ -217,12 +188,12 @@ ScriptedPrint::ScriptedPrint(Script script) : m_window(gOsl.window), m_graphics(
     sP.log.clear(), sP.windows.clear();
     sP.endPages = sP.peeks = 0, sP.abortProc = nullptr, sP.dialogProc = nullptr, sP.dialog = nullptr;
     sP.window = {messageBox, m_window->MessageBeep, m_window->GetActiveWindow, sendMessage, m_window->SendMessageTimeoutA,
-                 windowLong, getWindow, getParent, findWindow, enableWindow, isWindow, windowThread, desktop, windowRect,
-                 getDC, releaseDC, iconic, screenToClient, moveWindow, dialogBox, createDialog, destroyWindow, peek,
-                 isDialogMessage, translate, dispatch, windowText, itemText, dlgItem, update, focus, systemMenu, menuItem};
+                 windowLong, getWindow, getParent, findWindow, enableWindow, isWindow, windowThread, fixed<0xDE5>, windowRect,
+                 fixed<0xD15>, fixed<1>, iconic, screenToClient, moveWindow, dialogBox, createDialog, destroyWindow, peek,
+                 isDialogMessage, fixed<1>, dispatch, windowText, itemText, dlgItem, fixed<1>, fixed<0>, fixed<0x5E0>, menuItem};
     sP.graphics = {createDC, createIC, deleteDC, startDoc, startPage, endPage, endDoc, abortProc, escape, caps, saveDC,
-                   restoreDC, resetDC, mapMode, clipBox, toLogical, toDevice, windowOrg, viewportOrg, extent, extent,
-                   bkMode, rectangle, printDlg, dialogError, openPrinter, closePrinter, getPrinter, documentProperties};
+                   restoreDC, resetDC, fixed<1>, clipBox, toLogical, toDevice, windowOrg, viewportOrg, fixed<1>, fixed<1>,
+                   fixed<1>, rectangle, printDlg, dialogError, openPrinter, closePrinter, getPrinter, documentProperties};
     gOsl.window = &sP.window, gOsl.graphics = &sP.graphics;
 }
 ScriptedPrint::~ScriptedPrint() { gOsl.window = m_window, gOsl.graphics = m_graphics; }

@@ -26,15 +26,11 @@ public:
         int saveLevel = 3;                                                   // SaveDC's result
         // The default printer: PrintDlgA's result and the names of its DEVNAMES
         // block (none when empty), CommDlgExtendedError's code.
-        BOOL printDlg = 1;
-        std::vector<std::string> devNames = {};
-        DWORD dialogError = 0;
+        BOOL printDlg = 1; std::vector<std::string> devNames = {}; DWORD dialogError = 0;
         // Any printer but "none": GetPrinterA's level 2 record (driver, port, a
         // device mode of these bytes with 5 copies, none for 0) and
         // DocumentPropertiesA's results for its size and its copy (3 copies).
-        bool failGetPrinter = false;
-        WORD levelTwoDevMode = 0;
-        LONG devModeSize = 220, devModeCopy = 1;
+        bool failGetPrinter = false; WORD levelTwoDevMode = 0; LONG devModeSize = 220, devModeCopy = 1;
     };
     struct Window { HWND parent; LONG style; HINSTANCE instance; DWORD thread; RECT rect; bool iconic; };
 

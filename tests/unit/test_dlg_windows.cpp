@@ -45,7 +45,7 @@ TEST_P(DlgEnableAll, DisabledBeforeStaysSo) {
     }
     HGLOBAL saved = DlgEnableAllWindows(inst, except, FALSE, nullptr);
     EXPECT_EQ(print.Calls({"disable:", "enable:"}), row.disabled) << "DlgEnableAllWindows(FALSE) over " << row.styles;
-    EXPECT_EQ(DlgEnableAllWindows(inst, except, TRUE, saved), nullptr);
+    EXPECT_EQ(DlgEnableAllWindows(inst, except, TRUE, saved), nullptr) << "the record freed";
     EXPECT_EQ(print.Calls({"enable:"}), row.enabled) << "DlgEnableAllWindows(TRUE) over " << row.styles;
     for (int i = 0; row.styles[i]; ++i)
         EXPECT_EQ(print.WindowOf(reinterpret_cast<HWND>(uintptr_t(0x100 + 0x10 * i))).style & WS_DISABLED, LONG(row.styles[i] == 'd' ? WS_DISABLED : 0))

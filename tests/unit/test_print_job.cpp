@@ -38,8 +38,8 @@ void OXLCALLBACK onDestroy(HWND) { gPrint->Note("hook:destroy"); }
 template <class Set> HWND run(ScriptedPrint& print, PrintJobInfo& j, DWORD flags, int sheets, int how, Set set, PagePrintInfo* info = nullptr) {
     gPrint = &print;
     HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, {}, false});
-    j.Title = "Title", j.DocName = "Doc", j.TextLine1 = "Line 1", j.TextLine2 = "Line 2", j.Flags = flags, j.Status = 99;
-    j.EnableProc = enableProc, j.DialogInitProc = onInit, j.DialogDestroyProc = onDestroy;
+    j.Title = "Title", j.DocName = "Doc", j.TextLine1 = "Line 1", j.TextLine2 = "Line 2", j.Flags = flags, j.Status = 99, j.EnableProc = enableProc;
+    j.DialogInitProc = onInit, j.DialogDestroyProc = onDestroy;
     std::strcpy(j.Device, "PDF"), std::strcpy(j.Port, "CUPS:PDF");
     if (how & kHostDC) j.hDC = print.Dc();
     set(j);
@@ -99,8 +99,7 @@ TEST_P(PrintJob, CallsAndStatus) {
                            "box:", "disable:", "enable:", "ep:", "destroy", "dialog:", "cancel", "dispatch", "send:"}), row.calls)
         << "PrintRunJob: " << row.name;
     EXPECT_EQ(job.Status, row.status) << "PrintRunJob: " << row.name;
-    EXPECT_EQ(PrintJobSlotCount(), 0) << "slots left after " << row.name;
-    EXPECT_EQ(print.WindowOf(parent).style & WS_DISABLED, 0) << "parent left disabled after " << row.name;
+    EXPECT_EQ(PrintJobSlotCount() + (print.WindowOf(parent).style & WS_DISABLED), 0) << "slots left or parent disabled after " << row.name;
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintJob, ::testing::ValuesIn(kJobs));
 
@@ -138,8 +137,7 @@ TEST_P(PrintJobBins, ResetBetweenSheets) {
     ScriptedPrint print(row.script);
     PagePrintInfo info = {};
     DEVMODEA mode = {};
-    mode.dmFields = row.fields, mode.dmDefaultSource = short(row.first);
-    info.FirstPageBin = row.first, info.OtherPagesBin = row.other;
+    mode.dmFields = row.fields, mode.dmDefaultSource = short(row.first), info.FirstPageBin = row.first, info.OtherPagesBin = row.other;
     run(print, info.Job, 0, 2, 0, [&](PrintJobInfo& j) { j.DevMode = &mode; }, &info);
     EXPECT_EQ(print.Calls({"EndPage", "EndDoc", "ResetDCA"}), row.calls) << row.name;
     EXPECT_EQ(mode.dmDefaultSource, row.endBin) << row.name;
@@ -158,7 +156,7 @@ TEST(PrintJobSlots, ArrayGrowsByTwoAndGoesWhenEmpty) {
     PrintJobStateRelease(a), PrintJobStateRelease(b);
     EXPECT_EQ(PrintJobSlotCount(), 4);
     PrintJobStateRelease(c);
-    EXPECT_EQ(PrintJobSlotCount(), 0);
+    EXPECT_EQ(PrintJobSlotCount(), 0) << "the last release frees the array";
 }
 
 TEST(PrintJobSlots, AbortTestAndPrintAbortOutsideAJob) {

@@ -31,16 +31,9 @@ PagePrintInfo pageOf(Draw& draw, LONG width, LONG height, LONG copies) {
     return info;
 }
 
-struct Row {
-    const char* name;
-    LONG width, height, left, top, splitAcross, splitDown, snap;
-    ScriptedPrint::Script script;
-    LONG copies;
-    short dmCopies;
-    std::vector<std::pair<LONG, LONG>> flags;
-    int pages, sheets; // sheets: times DrawPage was called
-    LONG endWidth, endHeight;
-};
+// sheets: times DrawPage was called; then the page's size at the end.
+struct Row { const char* name; LONG width, height, left, top, splitAcross, splitDown, snap; ScriptedPrint::Script script; LONG copies; short dmCopies;
+             std::vector<std::pair<LONG, LONG>> flags; int pages, sheets; LONG endWidth, endHeight; };
 const Row kTiles[] = {
     {"a page equal to the paper", 8500, 11000, 0, 0, 1, 1, 1, {}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
     {"20 wider, split set: cut", 8520, 11000, 0, 0, 1, 0, 1, {}, 1, 0, {{1, 1}}, 1, 1, 8500, 11000},
@@ -74,18 +67,14 @@ TEST_P(PageTiles, SheetsAndSize) {
     ScriptedPrint print(row.script);
     Draw draw{&print, row.flags, row.pages, 0, 0, 0};
     PagePrintInfo info = pageOf(draw, row.width, row.height, row.copies);
-    info.PageLeft = row.left, info.PageTop = row.top, info.SplitAcross = row.splitAcross, info.SplitDown = row.splitDown;
-    info.SnapToPaper = row.snap;
+    info.PageLeft = row.left, info.PageTop = row.top, info.SplitAcross = row.splitAcross, info.SplitDown = row.splitDown, info.SnapToPaper = row.snap;
     DEVMODEA mode = {};
     mode.dmCopies = row.dmCopies;
     info.Job.DevMode = &mode;
     EXPECT_EQ(PagePrint(print.AddWindow({}), &info), 1) << row.name;
-    EXPECT_EQ(draw.calls, row.sheets) << "DrawPage calls for " << row.name;
-    EXPECT_EQ(draw.badArgs, 0) << "DrawPage's three reserved values are 0: " << row.name;
-    EXPECT_EQ(info.PageWidth, row.endWidth) << "PageWidth after " << row.name;
-    EXPECT_EQ(info.PageHeight, row.endHeight) << "PageHeight after " << row.name;
-    EXPECT_EQ(draw.asked, row.pages) << "NextPage calls for " << row.name;
-    EXPECT_EQ(info.Job.Status, 0) << row.name;
+    auto outcome = [](int sheets, LONG width, LONG height, int asked) { return std::to_string(sheets) + " sheets, " + std::to_string(width) + " by " + std::to_string(height) + ", NextPage " + std::to_string(asked); };
+    EXPECT_EQ(outcome(draw.calls, info.PageWidth, info.PageHeight, draw.asked), outcome(row.sheets, row.endWidth, row.endHeight, row.pages)) << "PagePrint: " << row.name;
+    EXPECT_EQ(draw.badArgs + info.Job.Status, 0) << "DrawPage's three reserved values and the status are 0: " << row.name;
     EXPECT_EQ(info.PageCount, 1) << "PageCount raised from 0";
 }
 INSTANTIATE_TEST_SUITE_P(Table, PageTiles, ::testing::ValuesIn(kTiles));
