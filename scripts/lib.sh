@@ -13,6 +13,7 @@ PACKAGES=(
   g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
   wine64 libxrender1 libxrandr2 libxi6 libxcursor1 libxinerama1 libxcomposite1 libcups2 fonts-dejavu-core
   xvfb xauth pkg-config
+  cups cups-client cups-bsd printer-driver-cups-pdf ghostscript poppler-utils
 )
 
 log() { printf '\n== %s ==\n' "$*"; }

@@ -10,9 +10,10 @@
 namespace {
 
 ScriptedPrint* gPrint;
-enum { kHostDC = 1, kNoParent = 2, kAbortAtBand = 4, kStrayCommand = 8 };
+enum { kHostDC = 1, kNoParent = 2, kAbortAtBand = 4, kStrayCommand = 8, kStopAtBand = 16 };
 // The driver's callback as a test host: logs each code and answers NEWFRAME
-// with `sheets` - 1 yeses; `how` adds a PrintAbort or a stray command while drawing.
+// with `sheets` - 1 yeses; `how` adds a PrintAbort or a stray command while
+// drawing, or a NEXTBAND answered 0.
 struct Host { PagePrintInfo* info; int sheets, how, frames; };
 LONG callback(HDC, int code, RECT*, void* data, LPARAM r1, LPARAM r2, LPARAM r3) {
     Host* h = static_cast<Host*>(data);
@@ -20,7 +21,7 @@ LONG callback(HDC, int code, RECT*, void* data, LPARAM r1, LPARAM r2, LPARAM r3)
     gPrint->Note(std::string("cb:") + (code == PRINT_STARTDOC ? "STARTDOC" : code == PRINT_NEXTBAND ? "NEXTBAND" : code == PRINT_NEWFRAME ? "NEWFRAME" : "ENDDOC"));
     if (code == PRINT_NEXTBAND && (h->how & kAbortAtBand)) PrintAbort(gPrint->Dc());
     if (code == PRINT_NEXTBAND && (h->how & kStrayCommand)) DlgFnAbort(nullptr, WM_COMMAND, 0, 0);
-    return code == PRINT_NEWFRAME ? ++h->frames < h->sheets : 1;
+    return code == PRINT_NEWFRAME ? ++h->frames < h->sheets : !(code == PRINT_NEXTBAND && (h->how & kStopAtBand));
 }
 HGLOBAL OXLCALLBACK enableProc(HINSTANCE, HWND, BOOL enable, HGLOBAL saved) {
     gPrint->Note(enable ? "ep:1," + std::to_string(reinterpret_cast<uintptr_t>(saved)) : std::string("ep:0"));
@@ -86,6 +87,7 @@ const Row kJobs[] = {
     {"the dialog can't be made: windows enabled at once", {.failDialog = true}, 1, 0, 0, 0, "CreateDCA disable:256 dialog:PrintAbortDialog enable:256 StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage cb:NEWFRAME cb:ENDDOC EndDoc DeleteDC"},
     {"PrintAbort from the host acts as Cancel", {}, 3, 0, kAbortAtBand, 1,
      "CreateDCA disable:256 dialog:PrintAbortDialog StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND send:273,0,0 enable:256 destroy EndPage EndDoc DeleteDC"},
+    {"NEXTBAND answered 0 ends the document normally", {}, 3, 0, kStopAtBand, 0, OPEN " " CLOSE},
     {"a command for no dialog stops nothing", {}, 1, PRINT_NO_DIALOG, kStrayCommand, 0,
      "CreateDCA StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage cb:NEWFRAME cb:ENDDOC EndDoc DeleteDC"},
 };

@@ -486,6 +486,11 @@ constexpr Command kCommands[] = {
      "                  text, currency (\"$\") or under a picture, and read back; SETTINGS us,\n"
      "                  de, fr, ch, ja or profile, or us/de: stored under us, shown under de"},
     {"help", cmdHelp, 0, 0, "", "this text"},
+    // printing
+    {"printers", OxlPrinters, 0, 0, "", "the default printer as the library finds it: names, driver, port, paper"},
+    {"print", OxlPrint, 0, -1, "[TEXT...]",
+     "a sample document through PagePrint to the default printer (a page of 15\n"
+     "                  by 21 inches tiled over the sheets, framed, two copies), or lines of TEXT"},
 };
 
 void usage(FILE* to) {
