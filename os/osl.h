@@ -200,22 +200,23 @@ struct OslGraphicsService {
     OSL_API(SetViewportExtEx);
     OSL_API(SetBkMode);
     OSL_API(Rectangle);
-};
-#ifdef _WIN32
-/* Windows only: printers and their forms. */
-struct OslSpoolerService {
+    /* the default printer and any printer's names and device mode */
+    OSL_API(PrintDlgA);
+    OSL_API(CommDlgExtendedError);
     OSL_API(OpenPrinterA);
     OSL_API(ClosePrinter);
     OSL_API(GetPrinterA);
-    OSL_API(EnumPrintersA);
     OSL_API(DocumentPropertiesA);
+};
+#ifdef _WIN32
+/* Windows only: the list of printers, their forms and capabilities. */
+struct OslSpoolerService {
+    OSL_API(EnumPrintersA);
     OSL_API(DeviceCapabilitiesA);
     OSL_API(EnumFormsA);
     OSL_API(GetFormA);
     OSL_API(AddFormA);
     OSL_API(DeleteFormA);
-    OSL_API(PrintDlgA);
-    OSL_API(CommDlgExtendedError);
 };
 #endif
 #undef OSL_API

@@ -7,6 +7,15 @@
 
 #include <oxlrt31/print.h>
 
+/* The default printer's names, pointers into `buffer` (`size` bytes): from
+ * the common dialog, or from the profile line "device,driver,port" when the
+ * dialog fails with an error. 1 when found; all three null otherwise. A
+ * DEVNAMES block that doesn't fit the buffer with a terminator is no printer. */
+BOOL PrintDefaultNames(LPSTR buffer, DWORD size, LPSTR* device, LPSTR* driver, LPSTR* port);
+/* The default device mode of the open printer `printer` named `name`, in a
+ * locked movable block whose handle goes to *block; null when none. */
+LPDEVMODEA PrintDefaultDevMode(HANDLE printer, LPSTR name, HGLOBAL* block);
+
 /* Forgets the printer setup the user last chose in this process (unload). */
 void PrtClearSaved(void);
 

@@ -14,6 +14,7 @@ PACKAGES=(
   wine64 libxrender1 libxrandr2 libxi6 libxcursor1 libxinerama1 libxcomposite1 libcups2 fonts-dejavu-core
   fonts-ipafont-gothic
   xvfb xauth pkg-config
+  cups cups-client cups-bsd printer-driver-cups-pdf ghostscript poppler-utils
 )
 
 log() { printf '\n== %s ==\n' "$*"; }

@@ -127,6 +127,19 @@ OXL_STATIC_ASSERT(offsetof(PagePrintInfo, NextPage) == 124 + sizeof(PrintJobInfo
 OXL_STATIC_ASSERT(offsetof(PagePrintInfo, HostData) == 124 + sizeof(PrintJobInfo) + 2 * OXL_PRT_P, "PagePrintInfo.HostData");
 OXL_STATIC_ASSERT(sizeof(PagePrintInfo) == (OXL_PRT_P == 4 ? 974 : 1038), "PagePrintInfo: 974 bytes on i686, 1038 on 64-bit");
 
+/* Contexts on the user's default printer, 0 when there is none. The caller
+ * deletes them. */
+HDC OXLAPI PrintCreateDefaultPrinterDC(void);
+HDC OXLAPI PrintCreateDefaultPrinterDCExt(const DEVMODEA* mode);
+HDC OXLAPI PrintCreateDefaultPrinterIC(void);
+/* Copies the default printer's device, driver and port names into the
+ * buffers that are not null (260 bytes each); 0, buffers untouched, when
+ * there is no default printer. */
+BOOL OXLAPI PrintGetDefaultPrinter(LPSTR device, LPSTR driver, LPSTR port);
+/* The driver and port of the printer `name` (260 bytes each); 0, buffers
+ * untouched, when the printer can't be opened or read. */
+BOOL OXLAPI PrintGetDevice(LPCSTR name, LPSTR driver, LPSTR port);
+
 /* Runs one print job of the host's document page by page; always 1, the
  * outcome is in info->Job.Status. */
 BOOL OXLAPI PagePrint(HWND parent, PagePrintInfo* info);

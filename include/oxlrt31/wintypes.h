@@ -178,6 +178,29 @@ typedef struct _devicemodeA {
     DWORD dmBitsPerPel, dmPelsWidth, dmPelsHeight, dmNup, dmDisplayFrequency;
     DWORD dmICMMethod, dmICMIntent, dmMediaType, dmDitherType, dmReserved1, dmReserved2, dmPanningWidth, dmPanningHeight;
 } DEVMODEA, *LPDEVMODEA;
+/* The default printer: the common dialog's answer and the spooler's records. */
+typedef HANDLE* LPHANDLE;
+typedef struct tagPD {
+    DWORD lStructSize;
+    HWND hwndOwner;
+    HGLOBAL hDevMode, hDevNames;
+    HDC hDC;
+    DWORD Flags;
+} PRINTDLGA, *LPPRINTDLGA;
+typedef struct tagDEVNAMES {
+    WORD wDriverOffset, wDeviceOffset, wOutputOffset, wDefault;
+} DEVNAMES;
+typedef struct _PRINTER_DEFAULTSA {
+    LPSTR pDatatype;
+    LPDEVMODEA pDevMode;
+    DWORD DesiredAccess;
+} PRINTER_DEFAULTSA, *LPPRINTER_DEFAULTSA;
+typedef struct _PRINTER_INFO_2A {
+    LPSTR pServerName, pPrinterName, pShareName, pPortName, pDriverName, pComment, pLocation;
+    LPDEVMODEA pDevMode;
+} PRINTER_INFO_2A;
+#define PD_RETURNDEFAULT 0x00000400
+#define DM_OUT_BUFFER 2
 #define DM_COPIES 0x00000100
 #define DM_DEFAULTSOURCE 0x00000200
 #define MAKEINTRESOURCEA(i) ((LPSTR)(uintptr_t)(WORD)(i))

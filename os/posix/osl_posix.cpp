@@ -463,7 +463,8 @@ constexpr OslWindowService kWindow = {messageBox, none, activeWindow, none, none
                                       none, none, none, none, none, none, none, none, none, none, none, none,
                                       none, none, none, none, none, none, none, none, none, none};
 constexpr OslGraphicsService kGraphics = {none, none, none, none, none, none, none, none, none, none, none, none,
-                                          none, none, none, none, none, none, none, none, none, none, none};
+                                          none, none, none, none, none, none, none, none, none, none, none,
+                                          none, none, none, none, none, none};
 
 } // namespace
 

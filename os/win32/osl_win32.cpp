@@ -95,10 +95,10 @@ constexpr OslGraphicsService kGraphics = {
     CreateDCA, CreateICA, DeleteDC, StartDocA, StartPage, EndPage, EndDoc, SetAbortProc, Escape, GetDeviceCaps,
     SaveDC, RestoreDC, ResetDCA, SetMapMode, GetClipBox, DPtoLP, LPtoDP, SetWindowOrgEx, SetViewportOrgEx,
     SetWindowExtEx, SetViewportExtEx, SetBkMode, Rectangle,
+    PrintDlgA, CommDlgExtendedError, OpenPrinterA, ClosePrinter, GetPrinterA, DocumentPropertiesA,
 };
 constexpr OslSpoolerService kSpooler = {
-    OpenPrinterA, ClosePrinter, GetPrinterA, EnumPrintersA, DocumentPropertiesA, DeviceCapabilitiesA,
-    EnumFormsA, GetFormA, AddFormA, DeleteFormA, PrintDlgA, CommDlgExtendedError,
+    EnumPrintersA, DeviceCapabilitiesA, EnumFormsA, GetFormA, AddFormA, DeleteFormA,
 };
 
 } // namespace

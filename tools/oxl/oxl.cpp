@@ -495,6 +495,11 @@ constexpr Command kCommands[] = {
     {"open", OxlOpen, 1, -1, "NAME ...",
      "NAME [FLAGS]: what CBOpenFile does with a name (FLAGS: read write readwrite\n"
      "                  exclusive denywrite denyread denynone parse delete create exist, or a number)"},
+    // printing
+    {"printers", OxlPrinters, 0, 0, "", "the default printer as the library finds it: names, driver, port, paper"},
+    {"print", OxlPrint, 0, -1, "[TEXT...]",
+     "a sample document through PagePrint to the default printer (a page of 15\n"
+     "                  by 21 inches tiled over the sheets, framed, two copies), or lines of TEXT"},
 };
 
 void usage(FILE* to) {

@@ -12,4 +12,8 @@ std::string OxlFromShiftJis(const std::string& text);
 // oxl date ARGUMENTS (tools/oxl/oxl_date.cpp).
 int OxlDate(int argc, char** argv);
 
+// oxl printers, oxl print [TEXT...] (tools/oxl/oxl_print.cpp).
+int OxlPrinters(int argc, char** argv);
+int OxlPrint(int argc, char** argv);
+
 #endif
