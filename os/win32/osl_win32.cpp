@@ -99,11 +99,16 @@ constexpr OslSpoolerService kSpooler = {
     OpenPrinterA, ClosePrinter, GetPrinterA, EnumPrintersA, DocumentPropertiesA, DeviceCapabilitiesA,
     EnumFormsA, GetFormA, AddFormA, DeleteFormA, PrintDlgA, CommDlgExtendedError,
 };
+// the input filter's edit controls
+constexpr OslEditService kEdit = {
+    GetWindowLongPtrA, SetWindowLongPtrA, SendMessageA, CallWindowProcA, GetWindowTextLengthA, GetWindowTextA,
+    GetParent, MessageBeep, GetKeyState, CreateWindowExA, DestroyWindow,
+};
 
 } // namespace
 
 constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt,
-                                &kProfile, &kFile, &kWindow, &kGraphics, &kSpooler};
+                                &kProfile, &kFile, &kWindow, &kGraphics, &kSpooler, &kEdit};
 constinit OslServices gOsl = gOslNative;
 
 // Windows tells the library of load, unload and thread exit through DllMain.
