@@ -42,13 +42,16 @@ bool rebuild(const FMTEDIT& ed, char ch, WORD s, WORD e, bool insert) {
 }
 
 // Behind the character: the caret steps over the literals up to the next
-// placeholder, or, with none left, the mask's closing literals are written.
+// placeholder, or, with none left, the mask's closing literals are written,
+// each only where the text reaches: written behind its end, a literal would
+// land on an earlier position than its own (as when a rebuild lost the
+// character).
 void tail(const FMTEDIT& ed, WORD p) {
     WORD next;
     if (FMTNextMaskPos(ed.mask, p, &next)) {
         for (; p < next; ++p) FMTEditSetSelDirect(ed, WORD(p + 1), WORD(p + 1));
     } else {
-        for (; p < ed.len; ++p) FMTEditReplaceChar(ed, ed.mask[p], p);
+        for (; p < ed.len && p <= FMTEditTextLength(ed); ++p) FMTEditReplaceChar(ed, ed.mask[p], p);
     }
 }
 
@@ -79,7 +82,9 @@ bool FMTEditTypeChar(const FMTEDIT& ed, char ch) {
     } else if (!literalHit) {
         FMTEditReplaceChar(ed, ch, s);
     }
-    tail(ed, WORD(s + 1));
+    // A literal typed filled no placeholder: s itself still waits for one, and
+    // the closing literals must not be written behind it.
+    tail(ed, literalHit ? s : WORD(s + 1));
     return true;
 }
 
