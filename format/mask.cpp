@@ -16,10 +16,9 @@ char upper(char c) {
     return c;
 }
 
-LONG countOf(const char* mask, bool placeholders) {
-    if (!mask) return 0;
+LONG countOf(const char* p, bool placeholders) {
     LONG n = 0;
-    for (const char* p = FMTMaskProper(mask); *p; ++p) n += FMTIsMaskChar(*p) == placeholders;
+    for (; p && *p; ++p) n += FMTIsMaskChar(*p) == placeholders;
     return n;
 }
 
@@ -52,8 +51,9 @@ LONG OXLAPI FMTIsValidMaskFormat(const char* mask) {
     return placeholder;
 }
 
-LONG OXLAPI FMTCntMaskChars(const char* mask) { return countOf(mask, true); }
-LONG OXLAPI FMTCntNonMaskChars(const char* mask) { return countOf(mask, false); }
+LONG OXLAPI FMTCntMaskChars(const char* mask) { return mask ? countOf(FMTMaskProper(mask), true) : 0; }
+LONG OXLAPI FMTCntNonMaskChars(const char* mask) { return mask ? countOf(FMTMaskProper(mask), false) : 0; }
+LONG FMTCountLiterals(const char* mask) { return countOf(mask, false); }
 LONG OXLAPI FMTIsPicNoUnmaskOnGets(const char* mask) { return mask && *mask == '^'; }
 LONG OXLAPI FMTIsPicUnlimited(const char* mask) { return IntlStrLastChar(mask) == '*'; }
 

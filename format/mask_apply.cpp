@@ -46,7 +46,7 @@ size_t endUnlimited(const char* rest, char* out, const char* mask, size_t pos) {
 LONG FMTMaskApply(const char* text, char* output, const char* mask, bool skipLiterals) {
     if (!text || !output || !mask || !FMTIsValidMaskFormat(mask)) return 0;
     bool unlimited = FMTIsPicUnlimited(mask);
-    size_t room = unlimited ? FMTCntNonMaskChars(mask) + std::strlen(text) + 1 : std::strlen(mask) + 1;
+    size_t room = unlimited ? FMTCountLiterals(mask) + std::strlen(text) + 1 : std::strlen(mask) + 1;
     char* buf = static_cast<char*>(MemAlloc(DWORD(room)));
     if (!buf) return 0;
     size_t t = 0, pos = walk(text, &t, buf, mask, room, skipLiterals);
@@ -80,5 +80,5 @@ void FMTMaskFill(const char* mask, WORD width, char* output, const char* text) {
 }
 
 WORD FMTMaskedLength(const char* mask, const char* text) {
-    return WORD(FMTCntNonMaskChars(mask) + std::strlen(text));
+    return WORD(FMTCountLiterals(mask) + std::strlen(text));
 }

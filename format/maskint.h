@@ -16,6 +16,9 @@ LONG FMTMaskApply(const char* text, char* output, const char* mask, bool skipLit
 // A masked text of `width` positions from a text set by program: blanks for
 // the empty placeholders, trailing blanks cut. `output` has width + 1 bytes.
 void FMTMaskFill(const char* mask, WORD width, char* output, const char* text);
+// Literals of the mask, a leading "^" among them (FMTCntNonMaskChars steps
+// over it, but here it is literal text).
+LONG FMTCountLiterals(const char* mask);
 // Literals of the mask plus the text's length.
 WORD FMTMaskedLength(const char* mask, const char* text);
 // Index in the unmasked text of the character at `pos` of the masked text.

@@ -17,7 +17,7 @@ namespace {
 
 void putAndTake(const std::string& mask, const std::string& text) {
     const char* m = FMTMaskProper(mask.c_str());
-    size_t room = FMTIsPicUnlimited(m) ? FMTCntNonMaskChars(m) + text.size() + 1 : std::strlen(m) + 1;
+    size_t room = FMTIsPicUnlimited(m) ? FMTCntNonMaskChars(m) + (*m == '^') + text.size() + 1 : std::strlen(m) + 1;
     std::vector<char> out(room), plain(text.size() + 1);
     if (FMTMaskText(text.c_str(), out.data(), m)) FuzzRequire(std::strlen(out.data()) < room);
     FMTCNTLBLOCK b;

@@ -49,8 +49,9 @@ LONG OXLAPI FMTUnmaskInput(FMTCNTLBLOCK* block);
  * as long as the text reaches, and one literal more when the walk stops on
  * one (all literals up to the next placeholder for an unlimited mask). It
  * needs the mask's length + 1 bytes, or for an unlimited mask
- * FMTCntNonMaskChars + the text's length + 1; text and output may be the
- * same. 1; 0 for a null pointer, an invalid mask or no memory. */
+ * FMTCntNonMaskChars + the text's length + 1 (one more when the mask
+ * begins with "^", a literal here that FMTCntNonMaskChars steps over); text
+ * and output may be the same. 1; 0 for a null pointer, an invalid mask or no memory. */
 LONG OXLAPI FMTMaskText(const char* text, char* output, const char* mask);
 
 /* Placeholders ("*" included) and other characters of the mask, behind a

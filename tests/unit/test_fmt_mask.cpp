@@ -17,7 +17,7 @@ TEST(FmtMask, MaskTextRepairsTheText) {
         {"123456789", "99-99", 1, "12-34"}, {"ab", "nN", 1, "aB"}, {"j smith", "!aaaaaaa", 1, "Jsmith"},
         {"hello world", "XX*", 1, "hello world"}, {"abc", "X-*", 1, "a-bc"}, {"a", "X-X-*", 1, "a-"},
         {"", "(999)", 1, "("}, {"", "X-*", 1, ""}, {"a\nb", "XX", 1, "ab"}, {"1a", "nn", 1, "1a"},
-        {"x-y", "X-X", 1, "x-y"}, {"x", "X*X", 0, "?"}, {"x", "", 0, "?"}, {"1", "(9)", 1, "(1)"},
+        {"x-y", "X-X", 1, "x-y"}, {"x", "X*X", 0, "?"}, {"ab", "^X*", 1, "^ab"}, {"x", "", 0, "?"}, {"1", "(9)", 1, "(1)"},
     };
     for (const TextRow& r : rows) {
         char out[64] = "?";
@@ -105,6 +105,7 @@ TEST(FmtMask, PositionsOfTheMaskedText) {
     }
     EXPECT_EQ(FMTMaskedLength("(999) 999-9999", "555"), 7);
     EXPECT_EQ(FMTMaskedLength("X-*", "abcd"), 5);
+    EXPECT_EQ(FMTMaskedLength("^X*", "ab"), 3) << "a \"^\" here is a literal";
 }
 
 TEST(FmtMask, CharactersOfThePlaceholders) {
