@@ -13,7 +13,7 @@ namespace {
 // mask position, over at most `limit` positions. A refused character falls
 // out; a literal is written, and with skipLiterals the same character of the
 // text goes with it. Returns the position reached.
-WORD walk(const char* text, size_t* t, char* out, const char* mask, size_t limit, bool skipLiterals) {
+size_t walk(const char* text, size_t* t, char* out, const char* mask, size_t limit, bool skipLiterals) {
     size_t pos = 0;
     while (text[*t] && pos < limit && mask[pos]) {
         char c = text[*t];
@@ -26,7 +26,7 @@ WORD walk(const char* text, size_t* t, char* out, const char* mask, size_t limit
             if (FMTMaskCharAccept(mask[pos], &c)) out[pos++] = c;
         }
     }
-    return WORD(pos);
+    return pos;
 }
 
 // The end of an unlimited mask's walk: the rest of the text with no test,
@@ -66,7 +66,7 @@ LONG OXLAPI FMTMaskText(const char* text, char* output, const char* mask) {
     return FMTMaskApply(text, output, mask, true);
 }
 
-void FMTMaskFill(const char* mask, WORD width, char* output, const char* text) {
+void FMTMaskFill(const char* mask, DWORD width, char* output, const char* text) {
     *output = 0;
     if (!*text) return;
     size_t t = 0, pos = walk(text, &t, output, mask, width, true);
@@ -79,6 +79,6 @@ void FMTMaskFill(const char* mask, WORD width, char* output, const char* text) {
     FMTTrimBlanks(output);
 }
 
-WORD FMTMaskedLength(const char* mask, const char* text) {
-    return WORD(FMTCountLiterals(mask) + std::strlen(text));
+DWORD FMTMaskedLength(const char* mask, const char* text) {
+    return DWORD(FMTCountLiterals(mask) + std::strlen(text));
 }

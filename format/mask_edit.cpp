@@ -43,8 +43,8 @@ LRESULT fromElsewhere(const FMTEDIT& ed, UINT msg, WPARAM w) {
 // The host's FMTM_SETTEXT: the text filled out to the field's width.
 bool setMaskedText(const FMTEDIT& ed, LRESULT* result) {
     const char* text = reinterpret_cast<const char*>(ed.lParam);
-    WORD width = ed.unlimited ? FMTMaskedLength(ed.mask, text) : ed.len;
-    FMTEditBuffer buf(DWORD(width) + 1);
+    DWORD width = ed.unlimited ? FMTMaskedLength(ed.mask, text) : ed.len;
+    FMTEditBuffer buf(width + 1);
     if (!buf.get()) return false;
     FMTMaskFill(ed.mask, width, buf.get(), text);
     WPARAM id = WPARAM(gOsl.edit->GetWindowLongPtrA(ed.hWnd, OSL_GWLP_ID) & 0xFFFF);
@@ -100,7 +100,7 @@ LONG OXLAPI FMTValidateInput(FMTCNTLBLOCK* b) {
     const char* mask = FMTMaskProper(b->lpszPicture);
     HWND hWnd = reinterpret_cast<HWND>(intptr_t(LONG(b->hWnd)));
     WNDPROC proc = reinterpret_cast<WNDPROC>(gOsl.edit->GetWindowLongPtrA(hWnd, OSL_GWLP_WNDPROC));
-    FMTEDIT ed = {hWnd, proc, mask, WORD(std::strlen(mask)), FMTIsPicUnlimited(mask) != 0, b->dwFlags, fullLParam(b)};
+    FMTEDIT ed = {hWnd, proc, mask, DWORD(std::strlen(mask)), FMTIsPicUnlimited(mask) != 0, b->dwFlags, fullLParam(b)};
     LRESULT result;
     if (!dispatch(ed, b, &result)) return 0;
     b->lResult = DWORD(result);

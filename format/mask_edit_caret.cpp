@@ -5,21 +5,21 @@
 namespace {
 
 // Up to the first placeholder at or behind s, at most to the text's end + 1,
-// which the control takes as its end.
-WORD upToPlaceholder(const FMTEDIT& ed, WORD s) {
-    WORD bound = WORD(FMTEditTextLength(ed) + 1);
-    while (s < bound && !FMTEditIsPlaceholder(ed, s)) ++s;
+// which the control takes as its end (and a position stops at 16 bits).
+DWORD upToPlaceholder(const FMTEDIT& ed, DWORD s) {
+    DWORD bound = FMTEditTextLength(ed) + 1;
+    while (s < bound && s < 0xFFFF && !FMTEditIsPlaceholder(ed, WORD(s))) ++s;
     return s;
 }
 
-void caretAt(const FMTEDIT& ed, WORD s) { FMTEditSetSel(ed, s, s); }
+void caretAt(const FMTEDIT& ed, DWORD s) { FMTEditSetSel(ed, s, s); }
 
 } // namespace
 
 void FMTEditCaretLeft(const FMTEDIT& ed) {
     FMTEditDefaultKey(ed, OSL_VK_LEFT);
-    WORD s = FMTEditGetSel(ed).s;
-    while (s > 0 && !FMTEditIsPlaceholder(ed, s)) --s;
+    DWORD s = FMTEditGetSel(ed).s;
+    while (s > 0 && !FMTEditIsPlaceholder(ed, WORD(s))) --s;
     if (s == 0 && !FMTEditIsPlaceholder(ed, 0)) s = upToPlaceholder(ed, 0);
     caretAt(ed, s);
 }
@@ -35,8 +35,7 @@ void FMTEditCaretHome(const FMTEDIT& ed) {
 }
 
 void FMTEditCaretEnd(const FMTEDIT& ed) {
-    WORD end = WORD(FMTEditTextLength(ed) + 1);
-    caretAt(ed, end);
+    caretAt(ed, FMTEditTextLength(ed) + 1);
 }
 
 void FMTEditSelectToEdge(const FMTEDIT& ed, bool toEnd) {

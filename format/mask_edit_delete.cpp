@@ -5,22 +5,22 @@
 
 #include <cstring>
 
-bool FMTMaskHasPlaceholder(const FMTEDIT& ed, WORD textLength) {
-    WORD n = textLength < ed.len ? textLength : ed.len;
-    for (WORD i = 0; i < n; ++i) {
+bool FMTMaskHasPlaceholder(const FMTEDIT& ed, DWORD textLength) {
+    DWORD n = textLength < ed.len ? textLength : ed.len;
+    for (DWORD i = 0; i < n; ++i) {
         if (FMTIsMaskChar(ed.mask[i])) return true;
     }
     return false;
 }
 
 void FMTEditDelete(const FMTEDIT& ed, WORD first, WORD last) {
-    WORD length = FMTEditTextLength(ed);
+    DWORD length = FMTEditTextLength(ed);
     if (first >= length || last >= length) return;
     DWORD room = FMTEditRoom(ed, length);
     FMTEditBuffer text(room), plain(room);
     if (!text.get() || !plain.get()) return;
     *text.get() = 0;
-    if (last - first != length - 1) {
+    if (DWORD(last - first) != length - 1) {
         FMTEditGetText(ed, text.get(), int(room));
         FMTCNTLBLOCK b = {};
         b.lpszInput = text.get();
@@ -40,7 +40,7 @@ void FMTEditDelete(const FMTEDIT& ed, WORD first, WORD last) {
 }
 
 void FMTEditDeleteSel(const FMTEDIT& ed, WORD s, WORD e) {
-    WORD length = FMTEditTextLength(ed);
+    DWORD length = FMTEditTextLength(ed);
     if (s != 0 || e != length) {
         bool trim = FMTMaskHasPlaceholder(ed, length);
         if (s < ed.len && trim) {

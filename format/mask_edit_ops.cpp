@@ -22,11 +22,14 @@ FMTSEL FMTEditGetSel(const FMTEDIT& ed) {
     return {WORD(r & 0xFFFF), WORD(r >> 16)};
 }
 
-void FMTEditSetSelDirect(const FMTEDIT& ed, WORD a, WORD b) { direct(ed, OSL_EM_SETSEL, a, b); }
-void FMTEditSetSel(const FMTEDIT& ed, WORD a, WORD b) { os().SendMessageA(ed.hWnd, OSL_EM_SETSEL, a, b); }
+void FMTEditSetSelDirect(const FMTEDIT& ed, DWORD a, DWORD b) { direct(ed, OSL_EM_SETSEL, a, b); }
+void FMTEditSetSel(const FMTEDIT& ed, DWORD a, DWORD b) { os().SendMessageA(ed.hWnd, OSL_EM_SETSEL, a, b); }
 void FMTEditReplaceSel(const FMTEDIT& ed, const char* s) { direct(ed, OSL_EM_REPLACESEL, 0, textParam(s)); }
 LRESULT FMTEditSetText(const FMTEDIT& ed, const char* s) { return direct(ed, OSL_WM_SETTEXT, 0, textParam(s)); }
-WORD FMTEditTextLength(const FMTEDIT& ed) { return WORD(os().GetWindowTextLengthA(ed.hWnd)); }
+DWORD FMTEditTextLength(const FMTEDIT& ed) {
+    int n = os().GetWindowTextLengthA(ed.hWnd);
+    return n > 0 ? DWORD(n) : 0;
+}
 void FMTEditGetText(const FMTEDIT& ed, char* out, int size) {
     *out = 0;
     os().GetWindowTextA(ed.hWnd, out, size);
@@ -43,7 +46,7 @@ void FMTEditAnnounce(const FMTEDIT& ed) {
 void FMTEditBeep(void) { os().MessageBeep(0); }
 bool FMTEditShiftDown(void) { return os().GetKeyState(OSL_VK_SHIFT) < 0; }
 
-DWORD FMTEditRoom(const FMTEDIT& ed, WORD textLength) { return DWORD(textLength) + ed.len + 3; }
+DWORD FMTEditRoom(const FMTEDIT& ed, DWORD textLength) { return textLength + ed.len + 3; }
 
 FMTEditBuffer::FMTEditBuffer(DWORD bytes) : m_p(static_cast<char*>(MemAlloc(bytes))) {}
 FMTEditBuffer::~FMTEditBuffer() { MemFree(m_p); }

@@ -18,8 +18,7 @@ bool writeLiterals(const FMTEDIT& ed, WORD* s) {
 // in at its index, and the whole is masked again.
 bool rebuild(const FMTEDIT& ed, char ch, WORD s, WORD e, bool insert) {
     if (!insert) FMTEditDeleteSel(ed, s, e);
-    WORD length = FMTEditTextLength(ed);
-    DWORD room = FMTEditRoom(ed, length);
+    DWORD room = FMTEditRoom(ed, FMTEditTextLength(ed));
     FMTEditBuffer text(room), plain(room);
     if (!text.get() || !plain.get()) return false;
     FMTEditGetText(ed, text.get(), int(room));
@@ -36,7 +35,7 @@ bool rebuild(const FMTEDIT& ed, char ch, WORD s, WORD e, bool insert) {
     if (!FMTMaskApply(plain.get(), text.get(), ed.mask, false)) return false;
     FMTTrimBlanks(text.get());
     FMTEditSetText(ed, text.get());
-    FMTEditSetSelDirect(ed, WORD(s + 1), WORD(s + 1));
+    FMTEditSetSelDirect(ed, s + 1u, s + 1u);
     FMTEditAnnounce(ed);
     return true;
 }
@@ -49,7 +48,7 @@ bool rebuild(const FMTEDIT& ed, char ch, WORD s, WORD e, bool insert) {
 void tail(const FMTEDIT& ed, WORD p) {
     WORD next;
     if (FMTNextMaskPos(ed.mask, p, &next)) {
-        for (; p < next; ++p) FMTEditSetSelDirect(ed, WORD(p + 1), WORD(p + 1));
+        for (; p < next; ++p) FMTEditSetSelDirect(ed, p + 1u, p + 1u);
     } else {
         for (; p < ed.len && p <= FMTEditTextLength(ed); ++p) FMTEditReplaceChar(ed, ed.mask[p], p);
     }
@@ -65,7 +64,8 @@ void FMTEditReplaceChar(const FMTEDIT& ed, char ch, WORD pos) {
 
 bool FMTEditTypeChar(const FMTEDIT& ed, char ch) {
     FMTSEL sel = FMTEditGetSel(ed);
-    WORD s = sel.s, length = FMTEditTextLength(ed);
+    WORD s = sel.s;
+    DWORD length = FMTEditTextLength(ed);
     if (!ch) return false; // a NUL can't stand in a text
     if (s >= ed.len) {
         if (ed.unlimited) FMTEditReplaceChar(ed, ch, s);
@@ -89,11 +89,10 @@ bool FMTEditTypeChar(const FMTEDIT& ed, char ch) {
 }
 
 void FMTEditRemask(const FMTEDIT& ed) {
-    WORD length = FMTEditTextLength(ed);
-    DWORD room = FMTEditRoom(ed, length);
+    DWORD room = FMTEditRoom(ed, FMTEditTextLength(ed));
     FMTEditBuffer text(room), masked(room);
     if (!text.get() || !masked.get()) return;
-    FMTEditGetText(ed, text.get(), ed.unlimited ? int(room) : ed.len + 1);
+    FMTEditGetText(ed, text.get(), int(ed.unlimited ? room : ed.len + 1));
     if (!*text.get() || !FMTMaskApply(text.get(), masked.get(), ed.mask, true)) return;
     FMTTrimBlanks(masked.get());
     FMTEditSetText(ed, masked.get());

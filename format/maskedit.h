@@ -19,7 +19,7 @@ struct FMTEDIT {
     HWND hWnd;
     WNDPROC proc;
     const char* mask;
-    WORD len;        // of the mask
+    DWORD len;       // of the mask
     bool unlimited;
     DWORD flags;
     LPARAM lParam;   // of the message, for the control's own key handling
@@ -33,11 +33,12 @@ inline bool FMTEditIsPlaceholder(const FMTEDIT& ed, WORD pos) { return FMTIsMask
 // (CallWindowProcA); the others by SendMessageA, through the host.
 struct FMTSEL { WORD s, e; };
 FMTSEL FMTEditGetSel(const FMTEDIT& ed);
-void FMTEditSetSelDirect(const FMTEDIT& ed, WORD a, WORD b);
-void FMTEditSetSel(const FMTEDIT& ed, WORD a, WORD b);
+void FMTEditSetSelDirect(const FMTEDIT& ed, DWORD a, DWORD b);
+void FMTEditSetSel(const FMTEDIT& ed, DWORD a, DWORD b);
 void FMTEditReplaceSel(const FMTEDIT& ed, const char* s);
 LRESULT FMTEditSetText(const FMTEDIT& ed, const char* s);
-WORD FMTEditTextLength(const FMTEDIT& ed);
+// The whole length: buffers are sized by it, though positions are 16-bit.
+DWORD FMTEditTextLength(const FMTEDIT& ed);
 // The text, cut to size - 1 bytes.
 void FMTEditGetText(const FMTEDIT& ed, char* out, int size);
 void FMTEditDefaultKey(const FMTEDIT& ed, UINT key);
@@ -48,7 +49,7 @@ bool FMTEditShiftDown(void);
 
 // Room for any text of the control and its rebuilds: NUL, one character
 // more, and the mask's literals.
-DWORD FMTEditRoom(const FMTEDIT& ed, WORD textLength);
+DWORD FMTEditRoom(const FMTEDIT& ed, DWORD textLength);
 // A working buffer from MemAlloc, freed on every way out; null when the
 // memory can't be had.
 class FMTEditBuffer {
@@ -77,6 +78,6 @@ void FMTEditDeleteKey(const FMTEDIT& ed);
 void FMTEditDeleteSel(const FMTEDIT& ed, WORD s, WORD e);
 void FMTEditDelete(const FMTEDIT& ed, WORD first, WORD last);
 // A placeholder among the first min(mask length, textLength) positions.
-bool FMTMaskHasPlaceholder(const FMTEDIT& ed, WORD textLength);
+bool FMTMaskHasPlaceholder(const FMTEDIT& ed, DWORD textLength);
 
 #endif

@@ -15,12 +15,12 @@ bool FMTMaskCharAccept(char maskChar, char* ch);
 LONG FMTMaskApply(const char* text, char* output, const char* mask, bool skipLiterals);
 // A masked text of `width` positions from a text set by program: blanks for
 // the empty placeholders, trailing blanks cut. `output` has width + 1 bytes.
-void FMTMaskFill(const char* mask, WORD width, char* output, const char* text);
+void FMTMaskFill(const char* mask, DWORD width, char* output, const char* text);
 // Literals of the mask, a leading "^" among them (FMTCntNonMaskChars steps
 // over it, but here it is literal text).
 LONG FMTCountLiterals(const char* mask);
 // Literals of the mask plus the text's length.
-WORD FMTMaskedLength(const char* mask, const char* text);
+DWORD FMTMaskedLength(const char* mask, const char* text);
 // Index in the unmasked text of the character at `pos` of the masked text.
 WORD FMTMaskIndexOfPos(const char* mask, WORD pos);
 // First position at or behind `pos` holding a literal (a placeholder); false

@@ -26,7 +26,7 @@ LRESULT WINAPI hostProc(HWND hWnd, UINT msg, WPARAM w, LPARAM l) {
     std::memcpy(b.abReserved, &whole, sizeof whole);
     if (FMTValidateInput(&b)) return LRESULT(LONG(b.lResult));
     // The host's own message sets the field's text.
-    if (msg == FMTM_SETTEXT) msg = OSL_WM_SETTEXT, w = 0;
+    if (msg == FMTM_SETTEXT) gHost->setTextId = w, msg = OSL_WM_SETTEXT, w = 0;
     return gOsl.edit->CallWindowProcA(gControl, hWnd, msg, w, l);
 }
 

@@ -23,6 +23,7 @@ public:
     bool Modified() const;
     int beeps = 0;
     bool shift = false;
+    WPARAM setTextId = 0; // wParam of the last FMTM_SETTEXT the host saw
 
 private:
     HWND m_parent, m_edit;

@@ -64,6 +64,12 @@ const KeyRow kKeyRows[] = {
     {"^99", "", 0, 0, "1x", "1", 1, 1, 1}, {"9-9", "1-2", 3, 3, "\1", "1-2", 2, 2, 0}, {"-9", "", 0, 0, "\3", "", 0, 0, 0},
     {"9-9/", "", 0, 0, "1-", "1-", 2, 2, 0}, {"9-9/", "", 0, 0, "1-2", "1-2/", 4, 4, 0},
     {"AAjX%#", "X j %#", 3, 6, "z", "X", 1, 1, 0}, // the blanks fall out of the rebuild, and z with them
+    {"((9", "((", 0, 1, "\x7f", "", 0, 0, 0},     // no placeholder in the text: literals go too
+    // no mask: the filter declines, and the control (real or model) does as an edit control does
+    {nullptr, "abc", 3, 3, "\b", "ab", 2, 2, 0}, {nullptr, "abc", 1, 2, "\b", "ac", 1, 1, 0},
+    {nullptr, "abc", 1, 1, "x", "axbc", 2, 2, 0}, {nullptr, "abc", 2, 2, "\1", "abc", 1, 1, 0},
+    {nullptr, "abc", 1, 1, "\2\4", "abc", 3, 3, 0}, {nullptr, "abc", 2, 2, "\3", "abc", 0, 0, 0},
+    {nullptr, "abc", 1, 1, "\x7f", "ac", 1, 1, 0}, {nullptr, "abc", 0, 2, "\x0f", "c", 0, 0, 0},
 };
 
 TEST(FmtMaskEdit, KeysInAMaskedControl) {
@@ -71,7 +77,7 @@ TEST(FmtMaskEdit, KeysInAMaskedControl) {
         EditHost host(r.mask, 0);
         host.Set(r.before, r.s, r.e);
         for (const char* k = r.keys; *k; ++k) Press(host, *k);
-        std::string what = std::string("mask \"") + r.mask + "\", text \"" + r.before + "\" selected " + std::to_string(r.s) + " to " +
+        std::string what = std::string("mask \"") + (r.mask ? r.mask : "(none)") + "\", text \"" + r.before + "\" selected " + std::to_string(r.s) + " to " +
                            std::to_string(r.e) + ", keys " + ::testing::PrintToString(std::string(r.keys));
         EXPECT_EQ(host.Text(), r.after) << what;
         EXPECT_EQ(host.SelStart(), r.s2) << what;
@@ -105,6 +111,10 @@ TEST(FmtMaskEdit, TextFromElsewhere) {
     EditHost host("XX*", FMTF_EDITFILTER | FMTF_EDITNOTIFY);
     host.Send(FMTM_SETTEXT, 0, reinterpret_cast<LPARAM>("abcdef"));
     EXPECT_EQ(host.Text(), "abcdef") << "FMTM_SETTEXT in an unlimited mask";
+    EXPECT_EQ(host.setTextId, 7u) << "FMTM_SETTEXT carries the control's id";
+    char buf[8] = "x";
+    EXPECT_EQ(host.Send(OSL_WM_GETTEXT, 0, reinterpret_cast<LPARAM>(buf)), 0) << "WM_GETTEXT into no room";
+    EXPECT_EQ(gOsl.edit->GetWindowLongPtrA(nullptr, OSL_GWLP_WNDPROC), 0) << "no window, no procedure";
 }
 
 TEST(FmtMaskEdit, DeclinesInsideItselfAndWithoutAMask) {
