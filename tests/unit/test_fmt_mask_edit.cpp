@@ -5,6 +5,7 @@
 #include "format/fmtint.h"
 #include "format/maskint.h"
 #include "tests/support/edit_host.h"
+#include "tests/support/scripted_osl.h"
 
 #include <gtest/gtest.h>
 
@@ -65,6 +66,7 @@ const KeyRow kKeyRows[] = {
     {"9-9/", "", 0, 0, "1-", "1-", 2, 2, 0}, {"9-9/", "", 0, 0, "1-2", "1-2/", 4, 4, 0},
     {"AAjX%#", "X j %#", 3, 6, "z", "X", 1, 1, 0}, // the blanks fall out of the rebuild, and z with them
     {"((9", "((", 0, 1, "\x7f", "", 0, 0, 0},     // no placeholder in the text: literals go too
+    {kPhone, "(5a5)", 0, 5, "\x7f", "", 0, 0, 0}, {kPhone, "(5a5)", 1, 3, "\x7f", "(5a5)", 1, 3, 0}, // a text that doesn't fit
     // no mask: the filter declines, and the control (real or model) does as an edit control does
     {nullptr, "abc", 3, 3, "\b", "ab", 2, 2, 0}, {nullptr, "abc", 1, 2, "\b", "ac", 1, 1, 0},
     {nullptr, "abc", 1, 1, "x", "axbc", 2, 2, 0}, {nullptr, "abc", 2, 2, "\1", "abc", 1, 1, 0},
@@ -134,6 +136,19 @@ TEST(FmtMaskEdit, DeclinesInsideItselfAndWithoutAMask) {
         EXPECT_EQ(FMTValidateInput(&b), 0) << "message " << m[0] << ", " << m[1];
         EXPECT_EQ(FMTThreadItem()->bInFilter, 0u) << "the mark is cleared";
     }
+}
+
+// Working memory that can't be had: an insertion is refused, a deletion does nothing.
+TEST(FmtMaskEdit, NoMemory) {
+    EditHost host(kPhone, 0);
+    host.Set("(555) 234-567", 2, 2);
+    for (int failFrom : {1, 2, 3}) {
+        ScriptedHeap heap(failFrom);
+        Press(host, '7');
+        Press(host, '\x7f');
+    }
+    EXPECT_EQ(host.Text(), "(555) 234-567");
+    EXPECT_EQ(host.beeps, 3);
 }
 
 // Random masks and messages: after every message the text fits the mask,
