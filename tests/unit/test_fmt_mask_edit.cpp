@@ -142,6 +142,7 @@ TEST(FmtMaskEdit, DeclinesInsideItselfAndWithoutAMask) {
 TEST(FmtMaskEdit, NoMemory) {
     EditHost host(kPhone, 0);
     host.Set("(555) 234-567", 2, 2);
+    ASSERT_NE(FMTThreadItem(), nullptr) << "the thread's item, made before memory runs out";
     for (int failFrom : {1, 2, 3}) {
         ScriptedHeap heap(failFrom);
         Press(host, '7');
