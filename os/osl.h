@@ -251,6 +251,42 @@ struct OslDialogService {
     HANDLE (*CreateFileLongA)(LPCSTR name, DWORD access, DWORD share, DWORD disposition, DWORD attributes);
     BOOL (*CloseHandle)(HANDLE file);
 };
+/* Edit controls, for the input filter: the calls it makes to a control and
+ * its parent, and those a host makes to set one up. On Windows they are the
+ * API functions; the POSIX backend answers them from a model of windows and
+ * single-line edit controls (os/posix/edit_posix.cpp): a control of the
+ * class "EDIT" keeps a text, a selection with its caret end and a modified
+ * flag, and takes the messages of OslEditMsg; any other class makes a
+ * window that takes none. Windows there are subclassed as on Windows, by
+ * SetWindowLongPtrA(GWLP_WNDPROC), and messages reach the procedure in
+ * force. There is no sound, no keyboard (no key is down) and no clipboard. */
+#ifndef _WIN32
+typedef LRESULT(WINAPI* WNDPROC)(HWND, UINT, WPARAM, LPARAM);
+typedef short SHORT;
+#endif
+struct OslEditService {
+    LONG_PTR(WINAPI* GetWindowLongPtrA)(HWND, int);
+    LONG_PTR(WINAPI* SetWindowLongPtrA)(HWND, int, LONG_PTR);
+    LRESULT(WINAPI* SendMessageA)(HWND, UINT, WPARAM, LPARAM);
+    LRESULT(WINAPI* CallWindowProcA)(WNDPROC, HWND, UINT, WPARAM, LPARAM);
+    int(WINAPI* GetWindowTextLengthA)(HWND);
+    int(WINAPI* GetWindowTextA)(HWND, LPSTR, int);
+    HWND(WINAPI* GetParent)(HWND);
+    BOOL(WINAPI* MessageBeep)(UINT);
+    SHORT(WINAPI* GetKeyState)(int);
+    HWND(WINAPI* CreateWindowExA)(DWORD, LPCSTR, LPCSTR, DWORD, int, int, int, int, HWND, HMENU, HINSTANCE, LPVOID);
+    BOOL(WINAPI* DestroyWindow)(HWND);
+};
+/* The messages, keys and window words of an edit control, by their Win32
+ * numbers, named apart from the system headers' macros. */
+enum OslEditMsg : UINT {
+    OSL_WM_SETTEXT = 12, OSL_WM_GETTEXT = 13, OSL_WM_GETTEXTLENGTH = 14, OSL_WM_KEYDOWN = 256, OSL_WM_CHAR = 258,
+    OSL_WM_COMMAND = 273, OSL_WM_CUT = 768, OSL_WM_PASTE = 770, OSL_WM_CLEAR = 771, OSL_EM_GETSEL = 176,
+    OSL_EM_SETSEL = 177, OSL_EM_GETMODIFY = 184, OSL_EM_SETMODIFY = 185, OSL_EM_REPLACESEL = 194,
+};
+enum OslEditKey : UINT { OSL_VK_SHIFT = 16, OSL_VK_END = 35, OSL_VK_HOME = 36, OSL_VK_LEFT = 37, OSL_VK_RIGHT = 39, OSL_VK_DELETE = 46 };
+enum OslWindowWord : int { OSL_GWLP_WNDPROC = -4, OSL_GWLP_ID = -12 };
+#define OSL_EN_CHANGE 0x0300
 
 /* The backend in force, one table per service. */
 struct OslServices {
@@ -269,6 +305,8 @@ struct OslServices {
 #endif
     /* the dialog utilities */
     const OslDialogService* dialog;
+    /* the input filter's edit controls */
+    const OslEditService* edit;
 };
 
 extern OslServices gOsl;

@@ -9,6 +9,7 @@
 #include "../osl.h"
 #include "../../core/libstate.h"
 #include "../codepage.h"
+#include "edit_posix.h"
 #include "profile_posix.h"
 #include "shared_posix.h"
 #include "dialog_posix.h"
@@ -469,7 +470,7 @@ constexpr OslGraphicsService kGraphics = {none, none, none, none, none, none, no
 } // namespace
 
 constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kOslPosixProfile, &kFile, &kWindow, &kGraphics,
-                                    &kOslPosixDialog};
+                                    &kOslPosixDialog, &kOslPosixEdit};
 constinit OslServices gOsl = gOslNative;
 
 // No system notification tells a shared object that it was loaded; the

@@ -100,12 +100,17 @@ constexpr OslGraphicsService kGraphics = {
 constexpr OslSpoolerService kSpooler = {
     EnumPrintersA, DeviceCapabilitiesA, EnumFormsA, GetFormA, AddFormA, DeleteFormA,
 };
+// the input filter's edit controls
+constexpr OslEditService kEdit = {
+    GetWindowLongPtrA, SetWindowLongPtrA, SendMessageA, CallWindowProcA, GetWindowTextLengthA, GetWindowTextA,
+    GetParent, MessageBeep, GetKeyState, CreateWindowExA, DestroyWindow,
+};
 
 } // namespace
 
 constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt,
                                 &kProfile, &kFile, &kWindow, &kGraphics, &kSpooler,
-                                &kOslWin32Dialog};
+                                &kOslWin32Dialog, &kEdit};
 constinit OslServices gOsl = gOslNative;
 
 // Windows tells the library of load, unload and thread exit through DllMain.

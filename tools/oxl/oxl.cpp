@@ -462,6 +462,7 @@ int cmdHelp(int, char**);
 int OxlNum(int argc, char** argv); // oxl_num.cpp
 int OxlFonts(int argc, char** argv); // oxl_fonts.cpp
 int OxlOpen(int argc, char** argv);  // oxl_fonts.cpp
+int OxlMask(int argc, char** argv); // oxl_mask.cpp
 namespace {
 constexpr Command kCommands[] = {
     {"tour", cmdTour, 0, 0, "", "a short walk through what the library does"},
@@ -489,6 +490,11 @@ constexpr Command kCommands[] = {
      "SETTINGS VALUE [PICTURE] or SETTINGS read TEXT [PICTURE]: a number as plain\n"
      "                  text, currency (\"$\") or under a picture, and read back; SETTINGS us,\n"
      "                  de, fr, ch, ja or profile, or us/de: stored under us, shown under de"},
+    // input masks
+    {"mask", OxlMask, 3, 3, "MASK ...",
+     "put|take|keys TEXT: a text put into the mask and taken out, or taken out;\n"
+     "                  keys: typed into a masked edit control (Windows), text and\n"
+     "                  caret after each key; \\L \\R \\H \\E \\D \\B: Left Right Home End Delete Backspace"},
     {"help", cmdHelp, 0, 0, "", "this text"},
     // dialog and font utilities (oxl_fonts.cpp)
     {"fonts", OxlFonts, 0, 0, "", "the font faces the library finds, with their character sets"},

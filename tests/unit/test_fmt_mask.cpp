@@ -1,0 +1,133 @@
+// Input masks: putting a text in, taking it out, filling a field, and the
+// position arithmetic, each against rows worked out from the mask rules.
+#include "format/maskint.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+struct TextRow { const char* text; const char* mask; LONG result; const char* out; };
+
+TEST(FmtMask, MaskTextRepairsTheText) {
+    const TextRow rows[] = {
+        {"5551234567", "(999) 999-9999", 1, "(555) 123-4567"}, {"(555) 1234567", "(999) 999-9999", 1, "(555) 123-4567"},
+        {"abc12", "AA-99", 1, "AB-12"}, {"ab", "AA-99", 1, "AB-"}, {"a1b2", "AA-99", 1, "AB-2"},
+        {"123456789", "99-99", 1, "12-34"}, {"ab", "nN", 1, "aB"}, {"j smith", "!aaaaaaa", 1, "Jsmith"},
+        {"hello world", "XX*", 1, "hello world"}, {"abc", "X-*", 1, "a-bc"}, {"a", "X-X-*", 1, "a-"},
+        {"", "(999)", 1, "("}, {"", "X-*", 1, ""}, {"a\nb", "XX", 1, "ab"}, {"1a", "nn", 1, "1a"},
+        {"x-y", "X-X", 1, "x-y"}, {"x", "X*X", 0, "?"}, {"ab", "^X*", 1, "^ab"}, {"x", "", 0, "?"}, {"1", "(9)", 1, "(1)"},
+    };
+    for (const TextRow& r : rows) {
+        char out[64] = "?";
+        EXPECT_EQ(FMTMaskText(r.text, out, r.mask), r.result) << "FMTMaskText(\"" << r.text << "\", \"" << r.mask << "\")";
+        EXPECT_STREQ(out, r.out) << "FMTMaskText(\"" << r.text << "\", \"" << r.mask << "\")";
+    }
+    char same[16] = "5551234";
+    EXPECT_EQ(FMTMaskText(same, same, "999-9999"), 1);
+    EXPECT_STREQ(same, "555-1234") << "text and output the same buffer";
+    EXPECT_EQ(FMTMaskText(nullptr, same, "X"), 0);
+    EXPECT_EQ(FMTMaskText("x", nullptr, "X"), 0);
+    EXPECT_EQ(FMTMaskText("x", same, nullptr), 0);
+}
+
+TEST(FmtMask, MaskApplyWithoutSkippingTakesEveryCharacterAsData) {
+    const TextRow rows[] = {{"(555", "(999)", 1, "(555)"}, {"555", "(999)", 1, "(555)"}, {"5-1", "9-9", 1, "5-1"}};
+    for (const TextRow& r : rows) {
+        char out[64] = "?";
+        EXPECT_EQ(FMTMaskApply(r.text, out, r.mask, false), r.result);
+        EXPECT_STREQ(out, r.out) << "FMTMaskApply(\"" << r.text << "\", \"" << r.mask << "\", 0)";
+    }
+}
+
+TEST(FmtMask, UnmaskInputJudgesTheText) {
+    const TextRow rows[] = {
+        {"(555) 123-4567", "(999) 999-9999", 1, "5551234567"}, {"(555) 123-456", "(999) 999-9999", 1, "555123456"},
+        {"(   ) 123-4567", "(999) 999-9999", 1, "   1234567"}, {"(555 123-4567", "(999) 999-9999", 0, ""},
+        {"(5a5) 123-4567", "(999) 999-9999", 0, ""}, {"ab-cdefg", "XX-*", 1, "abcdefg"}, {"ab", "XX-*", 1, "ab"},
+        {"^x", "^XX", 1, "^x"}, {"a1", "nN", 1, "a1"}, {"a-", "nN", 0, ""}, {"-b", "NN", 0, ""}, {"!?", "Xa", 1, "!?"},
+        {"abc", "XX", 0, ""}, {"ab", "XX", 1, "ab"}, {"", "99", 1, ""}, {"x", "", 0, ""}, {"x", "^", 0, ""},
+        {"1-", "9-9", 1, "1"}, {"-x", "*", 1, "-x"},
+    };
+    for (const TextRow& r : rows) {
+        char out[64] = "?";
+        FMTCNTLBLOCK b;
+        FMTInitCntlBlock(&b);
+        b.lpszInput = const_cast<char*>(r.text), b.lpszPicture = const_cast<char*>(r.mask), b.lpszOutput = out;
+        EXPECT_EQ(FMTUnmaskInput(&b), r.result) << "FMTUnmaskInput(\"" << r.text << "\", \"" << r.mask << "\")";
+        EXPECT_STREQ(out, r.out) << "FMTUnmaskInput(\"" << r.text << "\", \"" << r.mask << "\")";
+        b.lpszPicture = nullptr;
+        EXPECT_EQ(FMTUnmaskInput(&b), 0) << "no mask";
+        EXPECT_STREQ(out, "");
+    }
+}
+
+TEST(FmtMask, FillMakesAFieldOfItsWidth) {
+    const struct { const char* text; const char* mask; WORD width; const char* out; } rows[] = {
+        {"555", "(999) 999-9999", 14, "(555)    -"}, {"ab", "AA-99", 5, "AB-"}, {"abcdef", "XX-*", 7, "ab-cdef"},
+        {"", "(999)", 5, ""}, {"1", "9-9-9", 3, "1-"}, {"1", "(9)", 2, "(1"}, {"a", "X-X-*", 5, "a-"},
+    };
+    for (const auto& r : rows) {
+        char out[64] = "?";
+        FMTMaskFill(r.mask, r.width, out, r.text);
+        EXPECT_STREQ(out, r.out) << "FMTMaskFill(\"" << r.mask << "\", " << r.width << ", \"" << r.text << "\")";
+    }
+}
+
+TEST(FmtMask, ValidityMarksAndCounts) {
+    const struct { const char* mask; LONG valid, marks, placeholders, others; } rows[] = {
+        {"(999) 999-9999", 1, 0, 10, 4}, {"XX*", 1, 2, 3, 0}, {"*", 1, 2, 1, 0}, {"", 0, 0, 0, 0}, {"---", 0, 0, 0, 3},
+        {"X*X", 0, 0, 3, 0}, {"**", 0, 2, 2, 0}, {"*X", 0, 0, 2, 0}, {"^(999)", 1, 1, 3, 2}, {"x!aAnN9", 1, 0, 6, 1},
+        {"^X*", 1, 3, 2, 0},
+    };
+    for (const auto& r : rows) {
+        EXPECT_EQ(FMTIsValidMaskFormat(r.mask), r.valid) << "FMTIsValidMaskFormat(\"" << r.mask << "\")";
+        EXPECT_EQ(FMTIsPicUnlimited(r.mask) * 2 + FMTIsPicNoUnmaskOnGets(r.mask), r.marks) << "marks of \"" << r.mask << "\"";
+        EXPECT_EQ(FMTCntMaskChars(r.mask), r.placeholders) << "FMTCntMaskChars(\"" << r.mask << "\")";
+        EXPECT_EQ(FMTCntNonMaskChars(r.mask), r.others) << "FMTCntNonMaskChars(\"" << r.mask << "\")";
+    }
+    EXPECT_EQ(FMTIsValidMaskFormat(nullptr) + FMTCntMaskChars(nullptr) + FMTCntNonMaskChars(nullptr) +
+                  FMTIsPicNoUnmaskOnGets(nullptr) + FMTIsPicUnlimited(nullptr), 0) << "null masks";
+}
+
+TEST(FmtMask, PositionsOfTheMaskedText) {
+    const struct { const char* mask; WORD pos; WORD index; int literal, placeholder; } rows[] = {
+        {"(999) 999-9999", 0, 0, 0, 1}, {"(999) 999-9999", 1, 0, 4, 1}, {"(999) 999-9999", 3, 2, 4, 3},
+        {"(999) 999-9999", 6, 3, 9, 6}, {"(999) 999-9999", 13, 9, -1, 13}, {"(999) 999-9999", 14, 9, -1, -1},
+        {"XX*", 3, 3, -1, -1}, {"XX*", 5, 5, -1, -1}, {"X-*", 4, 3, -1, -1}, {"X-*", 1, 0, 1, 2}, {"9-", 2, 0, -1, -1},
+    };
+    for (const auto& r : rows) {
+        WORD at = 99;
+        EXPECT_EQ(FMTMaskIndexOfPos(r.mask, r.pos), r.index) << "FMTMaskIndexOfPos(\"" << r.mask << "\", " << r.pos << ")";
+        EXPECT_EQ(FMTNextLiteralPos(r.mask, r.pos, &at) ? at : -1, r.literal) << "FMTNextLiteralPos(\"" << r.mask << "\", " << r.pos << ")";
+        EXPECT_EQ(FMTNextMaskPos(r.mask, r.pos, &at) ? at : -1, r.placeholder) << "FMTNextMaskPos(\"" << r.mask << "\", " << r.pos << ")";
+    }
+    EXPECT_EQ(FMTMaskedLength("(999) 999-9999", "555"), 7);
+    EXPECT_EQ(FMTMaskedLength("X-*", "abcd"), 5);
+    EXPECT_EQ(FMTMaskedLength("^X*", "ab"), 3) << "a \"^\" here is a literal";
+}
+
+TEST(FmtMask, CharactersOfThePlaceholders) {
+    // typed, then what each of X ! a A n N 9 * stores ('-' for a refusal); a literal stores itself
+    const struct { char typed; const char* stored; } rows[] = {
+        {'b', "bBbBbB-b"}, {'7', "77--7777"}, {'\n', "-------\n"}, {' ', "  ----- "}, {'Z', "ZZZZZZ-Z"},
+    };
+    const char* kinds = "X!aAnN9*";
+    for (const auto& r : rows) {
+        for (int i = 0; kinds[i]; ++i) {
+            char ch = r.typed;
+            bool ok = FMTMaskCharAccept(kinds[i], &ch);
+            EXPECT_EQ(ok ? ch : '-', r.stored[i]) << "FMTMaskCharAccept('" << kinds[i] << "', " << int(r.typed) << ")";
+        }
+        char ch = r.typed;
+        EXPECT_TRUE(FMTMaskCharAccept('(', &ch) && ch == '(') << "a literal takes its place";
+    }
+    EXPECT_FALSE(FMTIsMaskChar('x'));
+    EXPECT_FALSE(FMTIsMaskChar('\0'));
+    char blanks[] = "a b  ";
+    FMTTrimBlanks(blanks);
+    EXPECT_STREQ(blanks, "a b");
+}
+
+} // namespace

@@ -1,0 +1,189 @@
+// The edit-control filter in a host's edit control: a real EDIT control on
+// Windows (and under Wine), the OS layer's model elsewhere; both run the same
+// rows. Then a property run: random masks and random messages, after each of
+// which the text still fits its mask.
+#include "format/fmtint.h"
+#include "format/maskint.h"
+#include "tests/support/edit_host.h"
+#include "tests/support/scripted_osl.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <string>
+
+namespace {
+
+const char kPhone[] = "(999) 999-9999";
+
+// Keys of a row: \1 Left, \2 Right, \3 Home, \4 End, \5 Shift+End, \6
+// Shift+Home, \x7f Delete, \b Backspace, \x0e WM_CHAR 8 with lParam 0, \x0f
+// WM_CLEAR; any other character is typed.
+void Press(EditHost& host, char k) {
+    static const UINT kKeys[] = {0, OSL_VK_LEFT, OSL_VK_RIGHT, OSL_VK_HOME, OSL_VK_END, OSL_VK_END, OSL_VK_HOME};
+    host.shift = k == 5 || k == 6;
+    if (k >= 1 && k <= 6) host.Send(OSL_WM_KEYDOWN, kKeys[int(k)], 1);
+    else if (k == 0x7f) host.Send(OSL_WM_KEYDOWN, OSL_VK_DELETE, 1);
+    else if (k == 0x0e) host.Send(OSL_WM_CHAR, 8, 0);
+    else if (k == 0x0f) host.Send(OSL_WM_CLEAR, 0, 0);
+    else host.Send(OSL_WM_CHAR, BYTE(k), 1);
+    host.shift = false;
+}
+
+struct KeyRow { const char* mask; const char* before; WORD s, e; const char* keys; const char* after; WORD s2, e2; int beeps; };
+const KeyRow kKeyRows[] = {
+    {kPhone, "", 0, 0, "5", "(5", 2, 2, 0}, {kPhone, "", 0, 0, "55", "(55", 3, 3, 0},
+    {kPhone, "", 0, 0, "555", "(555", 4, 4, 0}, {kPhone, "", 0, 0, "5551", "(555) 1", 7, 7, 0},
+    {kPhone, "(555", 4, 4, "x", "(555) ", 6, 6, 1}, {kPhone, "(555", 4, 4, ")", "(555) ", 6, 6, 0},
+    {kPhone, "(555) 123-4567", 14, 14, "8", "(555) 123-4567", 14, 14, 1},
+    {kPhone, "(555) 123-4567", 2, 2, "8", "(555) 123-4567", 2, 2, 1},
+    {kPhone, "(555) 123-4567", 2, 3, "8", "(585) 123-4567", 3, 3, 0},
+    {kPhone, "(555) 123-4567", 2, 5, "8", "(581) 234-567", 3, 3, 0},
+    {kPhone, "(555) 234-567", 2, 2, "7", "(575) 523-4567", 3, 3, 0},
+    {kPhone, "(555) 234-567", 4, 4, "7", "(555) 723-4567", 7, 7, 0},
+    {kPhone, "(555) 123-4567", 6, 6, "\x7f", "(555) 234-567", 6, 6, 0},
+    {kPhone, "(555) 123-4567", 4, 4, "\x7f", "(555) 123-4567", 4, 4, 0},
+    {kPhone, "(555) 123-4567", 4, 6, "\x7f", "(555) 123-4567", 6, 6, 0},
+    {kPhone, "(555) 123-4567", 4, 7, "\x7f", "(555) 234-567", 6, 6, 0},
+    {kPhone, "(555) 123-4567", 0, 14, "\x7f", "", 0, 0, 0},
+    {kPhone, "(555) 123-4567", 3, 6, "\x0f", "(551) 234-567", 3, 3, 0},
+    {kPhone, "(555) 123-4567", 6, 6, "\x0e", "(555) 234-567", 6, 6, 0},
+    {kPhone, "(555) 123-4567", 7, 7, "\b", "(555) 234-567", 6, 6, 0},
+    {kPhone, "(555) 123-4567", 6, 6, "\b", "(551) 234-567", 3, 3, 0},
+    {kPhone, "(555) 123-4567", 2, 7, "\b", "(523) 456-7", 2, 2, 0},
+    {kPhone, "(5", 2, 2, "\b", "", 0, 0, 0}, {kPhone, "(", 1, 1, "\b", "(", 1, 1, 0}, {kPhone, "(5", 0, 0, "\b", "(5", 0, 0, 0},
+    {kPhone, "(555) 123-4567", 3, 3, "\2", "(555) 123-4567", 6, 6, 0},
+    {kPhone, "(555) 123-4567", 6, 6, "\1", "(555) 123-4567", 3, 3, 0},
+    {kPhone, "(555) 123-4567", 1, 1, "\1", "(555) 123-4567", 1, 1, 0},
+    {kPhone, "(555) 123-4567", 9, 9, "\3", "(555) 123-4567", 1, 1, 0},
+    {kPhone, "(555) 123", 1, 1, "\4", "(555) 123", 9, 9, 0}, {kPhone, "(555) 123", 3, 3, "\5", "(555) 123", 3, 9, 0},
+    {kPhone, "(555) 123", 3, 7, "\6", "(555) 123", 0, 3, 0}, {kPhone, "(5", 2, 2, "\t", "(5", 2, 2, 0},
+    {"99/", "", 0, 0, "12", "12/", 3, 3, 0}, {"99/", "12/", 3, 3, "3", "12/", 3, 3, 1},
+    {"AA-99", "", 0, 0, "ab1", "AB-1", 4, 4, 0}, {"AA-99", "", 0, 0, "a1", "A", 1, 1, 1},
+    {"XX*", "abcde", 1, 1, "z", "azbcde", 2, 2, 0}, {"XX*", "abcde", 5, 5, "%!", "abcde%!", 7, 7, 0},
+    {"^99", "", 0, 0, "1x", "1", 1, 1, 1}, {"9-9", "1-2", 3, 3, "\1", "1-2", 2, 2, 0}, {"-9", "", 0, 0, "\3", "", 0, 0, 0},
+    {"9-9/", "", 0, 0, "1-", "1-", 2, 2, 0}, {"9-9/", "", 0, 0, "1-2", "1-2/", 4, 4, 0},
+    {"AAjX%#", "X j %#", 3, 6, "z", "X", 1, 1, 0}, // the blanks fall out of the rebuild, and z with them
+    {"((9", "((", 0, 1, "\x7f", "", 0, 0, 0},     // no placeholder in the text: literals go too
+    {kPhone, "(5a5)", 0, 5, "\x7f", "", 0, 0, 0}, {kPhone, "(5a5)", 1, 3, "\x7f", "(5a5)", 1, 3, 0}, // a text that doesn't fit
+    // no mask: the filter declines, and the control (real or model) does as an edit control does
+    {nullptr, "abc", 3, 3, "\b", "ab", 2, 2, 0}, {nullptr, "abc", 1, 2, "\b", "ac", 1, 1, 0},
+    {nullptr, "abc", 1, 1, "x", "axbc", 2, 2, 0}, {nullptr, "abc", 2, 2, "\1", "abc", 1, 1, 0},
+    {nullptr, "abc", 1, 1, "\2\4", "abc", 3, 3, 0}, {nullptr, "abc", 2, 2, "\3", "abc", 0, 0, 0},
+    {nullptr, "abc", 1, 1, "\x7f", "ac", 1, 1, 0}, {nullptr, "abc", 0, 2, "\x0f", "c", 0, 0, 0},
+};
+
+TEST(FmtMaskEdit, KeysInAMaskedControl) {
+    for (const KeyRow& r : kKeyRows) {
+        EditHost host(r.mask, 0);
+        host.Set(r.before, r.s, r.e);
+        for (const char* k = r.keys; *k; ++k) Press(host, *k);
+        std::string what = std::string("mask \"") + (r.mask ? r.mask : "(none)") + "\", text \"" + r.before + "\" selected " + std::to_string(r.s) + " to " +
+                           std::to_string(r.e) + ", keys " + ::testing::PrintToString(std::string(r.keys));
+        EXPECT_EQ(host.Text(), r.after) << what;
+        EXPECT_EQ(host.SelStart(), r.s2) << what;
+        EXPECT_EQ(host.SelEnd(), r.e2) << what;
+        EXPECT_EQ(host.beeps, r.beeps) << what;
+    }
+}
+
+// Text from elsewhere: the flags decide whether it is put through the mask,
+// and whether the control is marked modified; FMTM_SETTEXT fills the field.
+struct SetRow { UINT msg; DWORD flags; const char* before; const char* text; const char* after; bool modified; };
+const SetRow kSetRows[] = {
+    {OSL_WM_SETTEXT, FMTF_EDITFILTER, "", "5551234567", "(555) 123-4567", false},
+    {OSL_WM_SETTEXT, 0, "", "5551234567", "5551234567", false},
+    {OSL_WM_SETTEXT, FMTF_EDITFILTER | FMTF_EDITNOTIFY, "", "555", "(555)", true},
+    {OSL_WM_SETTEXT, FMTF_EDITFILTER, "(5", "", "", false},
+    {OSL_EM_REPLACESEL, FMTF_EDITFILTER, "(555) ", "12x3", "(555) 123-", false},
+    {FMTM_SETTEXT, FMTF_EDITFILTER | FMTF_EDITNOTIFY, "", "555", "(555)    -", false},
+    {FMTM_SETTEXT, FMTF_EDITFILTER, "", "555", "555", false},
+};
+
+TEST(FmtMaskEdit, TextFromElsewhere) {
+    for (const SetRow& r : kSetRows) {
+        EditHost host(kPhone, r.flags);
+        host.Set(r.before, 14, 14);
+        host.Send(r.msg, 0, reinterpret_cast<LPARAM>(r.text));
+        std::string what = "message " + std::to_string(r.msg) + " of \"" + r.text + "\" with flags " + std::to_string(r.flags);
+        EXPECT_EQ(host.Text(), r.after) << what;
+        EXPECT_EQ(host.Modified(), r.modified) << what;
+    }
+    EditHost host("XX*", FMTF_EDITFILTER | FMTF_EDITNOTIFY);
+    host.Send(FMTM_SETTEXT, 0, reinterpret_cast<LPARAM>("abcdef"));
+    EXPECT_EQ(host.Text(), "abcdef") << "FMTM_SETTEXT in an unlimited mask";
+    EXPECT_EQ(host.setTextId, 7u) << "FMTM_SETTEXT carries the control's id";
+    char buf[8] = "x";
+    EXPECT_EQ(host.Send(OSL_WM_GETTEXT, 0, reinterpret_cast<LPARAM>(buf)), 0) << "WM_GETTEXT into no room";
+    EXPECT_EQ(gOsl.edit->GetWindowLongPtrA(nullptr, OSL_GWLP_WNDPROC), 0) << "no window, no procedure";
+}
+
+TEST(FmtMaskEdit, DeclinesInsideItselfAndWithoutAMask) {
+    FMTCNTLBLOCK b;
+    FMTInitCntlBlock(&b);
+    b.lpszPicture = const_cast<char*>(kPhone);
+    b.uMsg = OSL_WM_CHAR, b.wParam = '5';
+    FMTThreadItem()->bInFilter = 1;
+    EXPECT_EQ(FMTValidateInput(&b), 0) << "a call inside the filter";
+    FMTThreadItem()->bInFilter = 0;
+    b.lpszPicture = nullptr;
+    EXPECT_EQ(FMTValidateInput(&b), 0) << "no mask";
+    EXPECT_EQ(FMTValidateInput(nullptr), 0) << "no block";
+    const UINT declined[][2] = {{OSL_WM_KEYDOWN, 38}, {OSL_WM_KEYDOWN, 40}, {OSL_WM_CUT, 0}, {OSL_WM_PASTE, 0}, {OSL_WM_GETTEXTLENGTH, 0}};
+    for (const auto& m : declined) {
+        b.lpszPicture = const_cast<char*>(kPhone), b.uMsg = m[0], b.wParam = m[1];
+        EXPECT_EQ(FMTValidateInput(&b), 0) << "message " << m[0] << ", " << m[1];
+        EXPECT_EQ(FMTThreadItem()->bInFilter, 0u) << "the mark is cleared";
+    }
+}
+
+// Working memory that can't be had: an insertion is refused, a deletion does nothing.
+TEST(FmtMaskEdit, NoMemory) {
+    EditHost host(kPhone, 0);
+    host.Set("(555) 234-567", 2, 2);
+    ASSERT_NE(FMTThreadItem(), nullptr) << "the thread's item, made before memory runs out";
+    for (int failFrom : {1, 2, 3}) {
+        ScriptedHeap heap(failFrom);
+        Press(host, '7');
+        Press(host, '\x7f');
+    }
+    EXPECT_EQ(host.Text(), "(555) 234-567");
+    EXPECT_EQ(host.beeps, 3);
+}
+
+// Random masks and messages: after every message the text fits the mask,
+// and after a caret key the caret rests on a placeholder or the text's end.
+TEST(FmtMaskEdit, PropertyTextAlwaysFitsItsMask) {
+    std::mt19937 random(20261124);
+    const char parts[] = "X!aAnN9()-/ .:";
+    for (int round = 0; round < 150; ++round) {
+        std::string mask = random() % 4 ? "" : "^";
+        for (int n = 1 + random() % 8; n--;) mask += parts[random() % (sizeof parts - 1)];
+        if (random() % 3 == 0) mask += '*';
+        if (!FMTIsValidMaskFormat(FMTMaskProper(mask.c_str()))) continue;
+        EditHost host(mask.c_str(), FMTF_EDITFILTER | FMTF_EDITNOTIFY);
+        const char* proper = FMTMaskProper(mask.c_str());
+        for (int step = 0; step < 40; ++step) {
+            int kind = random() % 10;
+            if (kind < 5) Press(host, char(32 + random() % 95));
+            else if (kind == 5) Press(host, "\1\2\3\4"[random() % 4]);
+            else if (kind == 6) Press(host, "\x7f\b\x0f"[random() % 3]);
+            else if (kind == 7) host.Send(OSL_EM_SETSEL, random() % 16, random() % 16);
+            else host.Send(kind == 8 ? OSL_EM_REPLACESEL : OSL_WM_SETTEXT, 0, reinterpret_cast<LPARAM>("a1-b2 c3(4)"));
+            std::string text = host.Text();
+            char out[1024];
+            FMTCNTLBLOCK b;
+            FMTInitCntlBlock(&b);
+            b.lpszInput = text.data(), b.lpszPicture = mask.data(), b.lpszOutput = out;
+            ASSERT_EQ(FMTUnmaskInput(&b), 1) << "mask \"" << mask << "\", text \"" << text << "\" after step " << step;
+            WORD caret = host.SelStart();
+            bool onPlaceholder = caret >= text.size() || FMTIsMaskChar(caret < std::strlen(proper) ? proper[caret] : '*');
+            if (kind == 5) {
+                ASSERT_TRUE(onPlaceholder) << "mask \"" << mask << "\", text \"" << text << "\", caret " << caret;
+            }
+        }
+    }
+}
+
+} // namespace
