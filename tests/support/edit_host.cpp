@@ -1,8 +1,11 @@
 #include "tests/support/edit_host.h"
 
+#include "format/maskint.h"
+
 #include <oxlrt31/mask.h>
 
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -64,3 +67,57 @@ std::string EditHost::Text() const {
 WORD EditHost::SelStart() const { return WORD(gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETSEL, 0, 0)); }
 WORD EditHost::SelEnd() const { return WORD(DWORD(gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETSEL, 0, 0)) >> 16); }
 bool EditHost::Modified() const { return gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETMODIFY, 0, 0) != 0; }
+
+namespace {
+
+bool fits(EditHost& host, const std::string& mask) {
+    std::string text = host.Text();
+    std::vector<char> plain(text.size() + 1);
+    FMTCNTLBLOCK b;
+    FMTInitCntlBlock(&b);
+    b.lpszInput = text.data(), b.lpszPicture = const_cast<char*>(mask.c_str()), b.lpszOutput = plain.data();
+    return FMTUnmaskInput(&b) == 1;
+}
+
+bool caretAllowed(EditHost& host, const char* mask) {
+    WORD caret = host.SelStart();
+    size_t len = std::strlen(mask);
+    return caret >= host.Text().size() || FMTIsMaskChar(caret < len ? mask[caret] : FMTIsPicUnlimited(mask) ? '*' : 0);
+}
+
+void message(EditHost& host, BYTE kind, BYTE value, const std::string& text) {
+    static const UINT kKeys[] = {OSL_VK_LEFT, OSL_VK_RIGHT, OSL_VK_HOME, OSL_VK_END, OSL_VK_DELETE};
+    LPARAM part = reinterpret_cast<LPARAM>(text.c_str() + value % (text.size() + 1));
+    switch (kind % 8) {
+    case 0: case 1: host.Send(OSL_WM_CHAR, value, 1); break;
+    case 2: host.shift = value & 0x80; host.Send(OSL_WM_KEYDOWN, kKeys[value % 5], 1); host.shift = false; break;
+    case 3: host.Send(value & 1 ? OSL_WM_CLEAR : OSL_WM_CHAR, 8, value & 2); break;
+    case 4: host.Send(OSL_EM_SETSEL, value % 32, (value >> 3) % 32); break;
+    case 5: host.Send(OSL_EM_REPLACESEL, 0, part); break;
+    case 6: host.Send(OSL_WM_SETTEXT, 0, part); break;
+    default: host.Send(FMTM_SETTEXT, 0, part); break;
+    }
+}
+
+} // namespace
+
+std::string EditDrive(const unsigned char* data, size_t size) {
+    size_t n = size ? 1 + data[0] % 16 : 0;
+    if (size < 1 + n) return "";
+    std::string mask = data[0] & 0x40 ? "^" : "";
+    for (size_t i = 1; i <= n; ++i) mask += data[i] ? char(data[i]) : 'X';
+    if (data[0] & 0x80) mask += '*';
+    std::string rest(reinterpret_cast<const char*>(data) + 1 + n, size - 1 - n), text = rest.substr(0, rest.find('\0'));
+    const char* proper = FMTMaskProper(mask.c_str());
+    bool valid = FMTIsValidMaskFormat(proper); // an invalid mask must only do no harm
+    EditHost host(mask.c_str(), FMTF_EDITFILTER | FMTF_EDITNOTIFY);
+    for (size_t i = 0; i + 1 < rest.size(); i += 2) {
+        BYTE kind = BYTE(rest[i]), value = BYTE(rest[i + 1]);
+        message(host, kind, value, text);
+        std::string where = "mask \"" + mask + "\", text \"" + host.Text() + "\" after message " + std::to_string(i / 2);
+        if (valid && !fits(host, mask)) return "the text no longer fits: " + where;
+        if (valid && kind % 8 == 2 && value % 5 < 4 && !(value & 0x80) && !caretAllowed(host, proper))
+            return "caret " + std::to_string(host.SelStart()) + " rests on a literal: " + where;
+    }
+    return "";
+}

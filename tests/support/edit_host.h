@@ -30,4 +30,15 @@ private:
     const OslEditService* m_saved;
 };
 
+// Drives a masked control from bytes, for the fuzz target and the property
+// test alike. Byte 0 gives the mask's length (1 + its low four bits), a
+// leading "^" (0x40) and a trailing "*" (0x80); the mask follows (a zero byte
+// stands for "X"); the rest is a text (up to its first zero byte) and, two
+// bytes each, messages: characters, caret keys with or without Shift,
+// deletions, selections, pastes and text set from outside. After each
+// message to a control with a valid mask the text must still fit the mask,
+// and after a caret key the caret must rest on a placeholder or the text's
+// end. Returns the first breach, "" for none.
+std::string EditDrive(const unsigned char* data, size_t size);
+
 #endif
