@@ -1,18 +1,8 @@
 # Fails unless the built library exports exactly the names of the export list
 # (.def): each of them, by its undecorated name, and nothing else.
 #   cmake -DLIB=oxlrt31.dll|liboxlrt31.so -DDEF=oxlrt31.def -DTOOL=objdump|nm -P ExportCheck.cmake
-file(STRINGS ${DEF} lines)
-set(listed "")
-set(in_exports OFF)
-foreach(line IN LISTS lines)
-  string(REGEX REPLACE ";.*" "" line "${line}")
-  string(STRIP "${line}" line)
-  if(line STREQUAL "EXPORTS")
-    set(in_exports ON)
-  elseif(in_exports AND line MATCHES "^([A-Za-z_][A-Za-z0-9_]*)")
-    list(APPEND listed ${CMAKE_MATCH_1})
-  endif()
-endforeach()
+include(${CMAKE_CURRENT_LIST_DIR}/DefNames.cmake)
+names_of_def(${DEF} listed)
 
 if(LIB MATCHES "\\.dll$")
   # objdump -p: the rows "[ordinal] name" of the export name table.

@@ -7,6 +7,8 @@
 # declared but not exported. Names listed but not yet exported (declared or
 # not) are printed as "not yet".
 
+include(${CMAKE_CURRENT_LIST_DIR}/DefNames.cmake)
+
 function(names_of_list file out)
   file(STRINGS ${file} lines)
   set(names "")
@@ -22,21 +24,6 @@ function(names_of_list file out)
   set(${out} ${names} PARENT_SCOPE)
 endfunction()
 
-function(names_of_def file out)
-  file(STRINGS ${file} lines)
-  set(names "")
-  set(in_exports OFF)
-  foreach(line IN LISTS lines)
-    string(REGEX REPLACE ";.*" "" line "${line}")
-    string(STRIP "${line}" line)
-    if(line STREQUAL "EXPORTS")
-      set(in_exports ON)
-    elseif(in_exports AND line MATCHES "^([A-Za-z_][A-Za-z0-9_]*)")
-      list(APPEND names ${CMAKE_MATCH_1})
-    endif()
-  endforeach()
-  set(${out} ${names} PARENT_SCOPE)
-endfunction()
 
 # Declarations: "OXLAPI Name(", "OXLCALLBACK Name(" and "OXLDATA extern Type Name;"
 # (a typedef of a callback, "(OXLCALLBACK* Name)", is not one).
