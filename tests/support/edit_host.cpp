@@ -2,8 +2,6 @@
 
 #include "format/maskint.h"
 
-#include <oxlrt31/mask.h>
-
 #include <cstring>
 #include <vector>
 
@@ -64,25 +62,35 @@ std::string EditHost::Text() const {
     gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_WM_GETTEXT, sizeof buf, reinterpret_cast<LPARAM>(buf));
     return buf;
 }
-WORD EditHost::SelStart() const { return WORD(gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETSEL, 0, 0)); }
-WORD EditHost::SelEnd() const { return WORD(DWORD(gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETSEL, 0, 0)) >> 16); }
+std::pair<WORD, WORD> EditHost::Sel() const {
+    DWORD both = DWORD(gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETSEL, 0, 0));
+    return {WORD(both), WORD(both >> 16)};
+}
 bool EditHost::Modified() const { return gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETMODIFY, 0, 0) != 0; }
 
 namespace {
 
-bool fits(EditHost& host, const std::string& mask) {
-    std::string text = host.Text();
+LONG unmask(const std::string& text, const std::string& mask) {
     std::vector<char> plain(text.size() + 1);
     FMTCNTLBLOCK b;
     FMTInitCntlBlock(&b);
-    b.lpszInput = text.data(), b.lpszPicture = const_cast<char*>(mask.c_str()), b.lpszOutput = plain.data();
-    return FMTUnmaskInput(&b) == 1;
+    b.lpszInput = const_cast<char*>(text.c_str()), b.lpszPicture = const_cast<char*>(mask.c_str()), b.lpszOutput = plain.data();
+    return FMTUnmaskInput(&b);
 }
 
 bool caretAllowed(EditHost& host, const char* mask) {
-    WORD caret = host.SelStart();
+    WORD caret = host.Sel().first;
     size_t len = std::strlen(mask);
     return caret >= host.Text().size() || FMTIsMaskChar(caret < len ? mask[caret] : FMTIsPicUnlimited(mask) ? '*' : 0);
+}
+
+// FMTMaskText into exactly the room the header promises, and FMTUnmaskInput
+// on the raw text: neither may write past its buffer.
+void putAndTake(const std::string& mask, const std::string& text) {
+    const char* m = FMTMaskProper(mask.c_str());
+    std::vector<char> out(FMTIsPicUnlimited(m) ? FMTCntNonMaskChars(m) + (*m == '^') + text.size() + 1 : std::strlen(m) + 1);
+    FMTMaskText(text.c_str(), out.data(), m);
+    unmask(text, mask);
 }
 
 void message(EditHost& host, BYTE kind, BYTE value, const std::string& text) {
@@ -110,14 +118,15 @@ std::string EditDrive(const unsigned char* data, size_t size) {
     std::string rest(reinterpret_cast<const char*>(data) + 1 + n, size - 1 - n), text = rest.substr(0, rest.find('\0'));
     const char* proper = FMTMaskProper(mask.c_str());
     bool valid = FMTIsValidMaskFormat(proper); // an invalid mask must only do no harm
+    putAndTake(mask, text);
     EditHost host(mask.c_str(), FMTF_EDITFILTER | FMTF_EDITNOTIFY);
     for (size_t i = 0; i + 1 < rest.size(); i += 2) {
         BYTE kind = BYTE(rest[i]), value = BYTE(rest[i + 1]);
         message(host, kind, value, text);
         std::string where = "mask \"" + mask + "\", text \"" + host.Text() + "\" after message " + std::to_string(i / 2);
-        if (valid && !fits(host, mask)) return "the text no longer fits: " + where;
+        if (valid && unmask(host.Text(), mask) != 1) return "the text no longer fits: " + where;
         if (valid && kind % 8 == 2 && value % 5 < 4 && !(value & 0x80) && !caretAllowed(host, proper))
-            return "caret " + std::to_string(host.SelStart()) + " rests on a literal: " + where;
+            return "caret " + std::to_string(host.Sel().first) + " rests on a literal: " + where;
     }
     return "";
 }

@@ -8,6 +8,7 @@
 #include "os/osl.h"
 
 #include <string>
+#include <utility>
 
 class EditHost {
 public:
@@ -18,8 +19,7 @@ public:
     // A message to the control, through the host's procedure.
     LRESULT Send(UINT msg, WPARAM w, LPARAM l);
     std::string Text() const;
-    WORD SelStart() const;
-    WORD SelEnd() const;
+    std::pair<WORD, WORD> Sel() const; // start and end
     bool Modified() const;
     int beeps = 0;
     bool shift = false;
@@ -33,7 +33,8 @@ private:
 // Drives a masked control from bytes, for the fuzz target and the property
 // test alike. Byte 0 gives the mask's length (1 + its low four bits), a
 // leading "^" (0x40) and a trailing "*" (0x80); the mask follows (a zero byte
-// stands for "X"); the rest is a text (up to its first zero byte) and, two
+// stands for "X"); the rest is a text (up to its first zero byte), put into
+// and taken out of the mask in buffers of exactly their promised room, and, two
 // bytes each, messages: characters, caret keys with or without Shift,
 // deletions, selections, pastes and text set from outside. After each
 // message to a control with a valid mask the text must still fit the mask,
