@@ -85,7 +85,7 @@ TEST(VERGetVersionString, ReadsTheFirstTranslationThatHasTheValue) {
             }
         }
     }
-    ScriptedVersion version({"m.dll", true, true, {}});
+    ScriptedVersion version({"m.dll", true, true, {{kB0Product, "P-b0"}}}); // a value there is, and no buffer for it
     EXPECT_EQ(VERGetVersionString(reinterpret_cast<HMODULE>(0x7000), nullptr), 0) << "VERGetVersionString(module, null)";
 }
 

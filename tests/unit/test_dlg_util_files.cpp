@@ -24,7 +24,7 @@ enum Result { kHandle, kNull, kFailed }; enum Out { kUntouched, kFull, kAsGiven,
 struct OpenRow { std::string name; DWORD flags; Result result; Out out; int writable, exists; };
 const OpenRow kOpens[] = {
     {"a.txt", OF_READ, kHandle, kFull, 0, 1}, {"./a.txt", OF_READ, kHandle, kAsGiven, 0, 1}, {"./a.txt", OF_EXIST, kNull, kFull, -1, 1},
-    {"a.txt", OF_EXIST, kNull, kFull, -1, 1}, {"missing.txt", OF_EXIST, kFailed, kUntouched, -1, 0},
+    {"a.txt", OF_EXIST, kNull, kFull, -1, 1}, {"/a.txt", OF_EXIST, kNull, kFull, -1, 1}, {"missing.txt", OF_EXIST, kFailed, kUntouched, -1, 0},
     {"missing.txt", OF_READ, kFailed, kUntouched, -1, 0}, {"./missing.txt", OF_READ, kFailed, kAsGiven, -1, 0},
     {"a.txt", OF_WRITE, kHandle, kFull, 1, 1}, {"a.txt", OF_READWRITE | OF_SHARE_DENY_NONE, kHandle, kFull, 1, 1},
     {"new.txt", OF_CREATE | OF_READWRITE, kHandle, kFull, 1, 1}, {"a.txt", OF_CREATE, kHandle, kFull, 0, 1},

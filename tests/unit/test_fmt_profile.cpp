@@ -177,6 +177,7 @@ TEST(FmtProfile, PlatformStore) {
         char old[256];
         gOsl.profile->GetProfileStringA(e.section.c_str(), e.key.c_str(), "\x01", old, sizeof old);
         saved.push_back(old);
+        gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), "stale"); // a value there, replaced
         EXPECT_TRUE(gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), e.value.c_str())) << e.key;
     }
     std::string got = Read();

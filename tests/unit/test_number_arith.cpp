@@ -52,6 +52,7 @@ TEST(NumArithmetic, WorkedCases) {
         // bit 7 of a length byte: the length from bits 0-3; a byte above 99 carries; null and zero
         // whatever bytes stand behind them
         {NumAddition, "+", "#82 C1 05", "#92 C1 05 06 07", "02 C1 0A"}, {NumAddition, "+", "#02 C1 64", "99", "03 C2 01 63"},
+        {NumAddition, "+", "1", "#09 C1 01 01 01 01 01 01 01 96", "09 C1 02 01 01 01 01 01 02 32"}, // ... the 9th place of b's area
         {NumSubtract, "-", "#06 C3 01 17 D6 43 50", "#00", "06 C3 01 19 0E 43 50"},
         {NumAddition, "+", "#00 3E 63 65", "5", "02 C1 05"}, {NumSubtract, "-", "5", "#01 3E 63 65", "02 C1 05"},
         // 150.75 - 0.8 digit by digit, a borrow: 149 95, whose carry out of 149 takes the last digit's place

@@ -89,12 +89,14 @@ TEST_F(TLSTest, ThreadMapCountsThreadsWithABlockAndEmptiesWhenTheyGo) {
     EXPECT_EQ(afterGet, before + 1) << "threads in the map during TLS_GetItem's thread";
     EXPECT_EQ(afterFree, before) << "TLS_Free on a thread without a block";
     TLS_FreeAll();
+    ScriptedHeap heap;
     std::vector<std::thread> threads;
     for (int i = 0; i < 25; ++i) // more threads than one node block holds
         threads.emplace_back([&] { TLS_SetItem(index, item(1), nullptr), TLS_FreeAll(); });
     for (auto& t : threads) t.join();
     EXPECT_EQ(TLSpThreadCount(), 0) << "threads in the map once all have gone";
     EXPECT_FALSE(TLSpMapHoldsMemory()) << "the map once all threads have gone";
+    EXPECT_EQ(heap.Outstanding(), 0) << "blocks, buckets and nodes given back";
 }
 
 TEST_F(TLSTest, SetItemDestroysTheOldValueEvenWhenItIsTheSame) {
