@@ -61,27 +61,69 @@ LRESULT CALLBACK filtered(HWND hWnd, UINT msg, WPARAM w, LPARAM l) {
     return CallWindowProcA(gEditProc, hWnd, msg, w, l);
 }
 
+// Hands the queue's messages to their windows until it is empty, as a
+// host's message loop does: key presses become WM_KEYDOWN and, translated,
+// WM_CHAR for the focused control.
+void pump() {
+    MSG m;
+    for (DWORD quiet = GetTickCount() + 50; GetTickCount() < quiet;) {
+        if (!PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE)) { Sleep(1); continue; }
+        TranslateMessage(&m), DispatchMessageA(&m);
+        quiet = GetTickCount() + 50;
+    }
+}
+
+// A key pressed and let go on the keyboard; Shift held for characters
+// that need it. Arrows, Home, End and Delete are keys of the extended set.
+void press(UINT vk, bool shift) {
+    INPUT in[4] = {};
+    int n = 0;
+    DWORD extended = vk == VK_LEFT || vk == VK_RIGHT || vk == VK_HOME || vk == VK_END || vk == VK_DELETE ? KEYEVENTF_EXTENDEDKEY : 0;
+    auto add = [&](UINT key, DWORD flags) { in[n].type = INPUT_KEYBOARD, in[n].ki.wVk = WORD(key), in[n++].ki.dwFlags = flags; };
+    if (shift) add(VK_SHIFT, 0);
+    add(vk, extended), add(vk, extended | KEYEVENTF_KEYUP);
+    if (shift) add(VK_SHIFT, KEYEVENTF_KEYUP);
+    SendInput(UINT(n), in, sizeof(INPUT));
+    pump();
+}
+
+// Each key goes through the keyboard to the focused control when the
+// system lets this process take the focus (it does under a desktop or a
+// bare X server); otherwise as messages straight to the control.
+void key(HWND edit, bool keyboard, UINT vk, char typed) {
+    SHORT scan = typed ? VkKeyScanA(typed) : 0;
+    if (!keyboard || (typed && (scan == -1 || (scan & 0x600)))) {
+        SendMessageA(edit, typed ? WM_CHAR : WM_KEYDOWN, typed ? WPARAM(BYTE(typed)) : vk, 1);
+        return;
+    }
+    press(typed ? UINT(LOBYTE(scan)) : vk, typed && (scan & 0x100));
+}
+
 int keys(const char* mask, const char* keys) {
     gMask = mask;
-    HWND parent = CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 400, 60, nullptr, nullptr, nullptr, nullptr);
-    HWND edit = CreateWindowExA(0, "EDIT", "", WS_CHILD | ES_AUTOHSCROLL, 0, 0, 380, 24, parent, nullptr, nullptr, nullptr);
+    HWND parent = CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 400, 60, nullptr, nullptr, nullptr, nullptr);
+    HWND edit = CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 0, 0, 380, 24, parent, nullptr, nullptr, nullptr);
     gEditProc = reinterpret_cast<WNDPROC>(SetWindowLongPtrA(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(filtered)));
+    SetForegroundWindow(parent);
+    SetFocus(edit);
+    pump();
+    bool keyboard = GetFocus() == edit;
+    std::printf("keys %s\n", keyboard ? "typed on the keyboard" : "sent as messages (this window can't have the keyboard)");
     for (const char* k = keys; *k; ++k) {
-        static const struct { char code; UINT vk; const char* name; } kNamed[] = {
-            {'L', VK_LEFT, "Left"}, {'R', VK_RIGHT, "Right"}, {'H', VK_HOME, "Home"}, {'E', VK_END, "End"}, {'D', VK_DELETE, "Delete"}};
+        static const struct { char code; UINT vk; const char* name; } kNamed[] = {{'L', VK_LEFT, "Left"}, {'R', VK_RIGHT, "Right"},
+            {'H', VK_HOME, "Home"}, {'E', VK_END, "End"}, {'D', VK_DELETE, "Delete"}, {'B', VK_BACK, "Backspace"}};
         std::string name(1, *k);
-        if (*k == '\\' && k[1] == 'B') {
-            SendMessageA(edit, WM_CHAR, 8, 1), name = "Backspace", ++k;
-        } else if (*k == '\\' && k[1]) {
-            bool done = false;
-            for (const auto& n : kNamed) {
-                if (n.code == k[1]) SendMessageA(edit, WM_KEYDOWN, n.vk, 1), name = n.name, done = true;
-            }
-            if (!done) SendMessageA(edit, WM_CHAR, BYTE(k[1]), 1), name = std::string(1, k[1]);
-            ++k;
-        } else {
-            SendMessageA(edit, WM_CHAR, BYTE(*k), 1);
+        char typed = *k;
+        UINT vk = 0;
+        if (*k == '\\' && k[1]) {
+            typed = *++k, name = std::string(1, typed);
+            for (const auto& n : kNamed)
+                if (n.code == typed) vk = n.vk, name = n.name, typed = 0;
         }
+        if (vk == VK_BACK) // Backspace is a key and, translated, the character 8
+            keyboard ? press(VK_BACK, false) : void(SendMessageA(edit, WM_CHAR, 8, 1));
+        else
+            key(edit, keyboard, vk, typed);
         char text[512] = "";
         CallWindowProcA(gEditProc, edit, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
         DWORD sel = DWORD(CallWindowProcA(gEditProc, edit, EM_GETSEL, 0, 0));
