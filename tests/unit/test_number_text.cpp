@@ -130,7 +130,7 @@ TEST(NumToAscii, FormsWithinTheWidth) {
         {"1e118", 30, "9.999999999999999999999999E+99"}, {"1e-122", 30, "9.999999999999999999999999E-99"},
         // padded; a leading zero digit (one "0" goes); fewer places than zeros behind the point: the
         // value rounds to zero in the width, unsigned; null and an invalid length give ""
-        {"#04 C1 07 00 00", 10, "7"}, {"#03 C1 00 05", 10, "0.05"}, {"0.001", 2, "0"}, {"0.0001", 2, "0"},
+        {"#04 C1 07 00 00", 10, "7"}, {"#03 C1 00 05", 10, "0.05"}, {"#03 C1 00 14", 10, "0.2"}, {"0.001", 2, "0"}, {"0.0001", 2, "0"},
         {"-0.001", 3, "0"}, {"0.004", 3, "0"}, {"0.006", 3, ".01"}, {"-0.006", 4, "-.01"}, {"0.0006", 4, ".001"},
         // the carry leaves the front: its 1 takes a zero's place behind the point, no fraction digit goes
         {"0.005", 3, ".01"}, {"0.0005", 4, ".001"}, {"-0.0005", 5, "-.001"}, {"0.05", 2, ".1"},
