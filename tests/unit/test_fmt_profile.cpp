@@ -188,4 +188,15 @@ TEST(FmtProfile, PlatformStore) {
                  "the platform's store");
 }
 
+// Sections removed from the store: an empty one goes alone, up to the next
+// section's header; the same on the real system and the POSIX backend.
+TEST(FmtProfile, StoreRemovesSections) {
+    auto put = [](const char* s, const char* k, const char* v) { gOsl.profile->WriteProfileStringA(s, k, v); };
+    auto get = [](const char* s) { char v[8]; gOsl.profile->GetProfileStringA(s, "k", "-", v, sizeof v); return std::string(v); };
+    put("oxlA", "k", "1"), put("oxlB", "k", "2"), put("oxlA", "k", nullptr), put("oxlA", nullptr, nullptr);
+    EXPECT_EQ(get("oxlA") + get("oxlB"), "-2") << "[oxlA] emptied and removed, [oxlB] after it";
+    put("oxlB", nullptr, nullptr);
+    EXPECT_EQ(get("oxlB"), "-") << "[oxlB] removed";
+}
+
 } // namespace
