@@ -17,7 +17,8 @@ namespace oxlsql {
 namespace {
 
 int CompareBytes(int sizeA, const void* a, int sizeB, const void* b) {
-    int common = std::memcmp(a, b, size_t(sizeA < sizeB ? sizeA : sizeB));
+    int shorter = sizeA < sizeB ? sizeA : sizeB; // an empty text may come as a null pointer
+    int common = shorter ? std::memcmp(a, b, size_t(shorter)) : 0;
     if (common) return common < 0 ? -1 : 1;
     return sizeA < sizeB ? -1 : sizeA > sizeB;
 }
