@@ -25,8 +25,8 @@ struct Db {
     ~Db() { sqlite3_close(db); }
     // The first column of each row as bytes ("NULL" for NULL); "error: ..." for a failed statement.
     std::vector<std::string> Rows(const std::string& sql, const std::string& blob = "") {
-        sqlite3_stmt* s = nullptr;
         std::vector<std::string> rows;
+        sqlite3_stmt* s = nullptr;
         int rc = sqlite3_prepare_v2(db, sql.c_str(), -1, &s, nullptr);
         sqlite3_bind_blob(s, 1, blob.data(), int(blob.size()), SQLITE_STATIC);
         for (rc = rc == SQLITE_OK ? sqlite3_step(s) : rc; rc == SQLITE_ROW; rc = sqlite3_step(s)) {
@@ -96,9 +96,9 @@ TEST_F(OxlSqlite, FormatIsFMTFormatNumber) {
         std::vector<std::string> got = db.Rows(std::string("SELECT oxl_format(v, '") + picture + "', 'us') FROM t ORDER BY rowid");
         ASSERT_EQ(got.size(), all.size()) << picture << ": " << got.at(0);
         for (size_t i = 0; i < all.size(); ++i) {
+            char out[4096];
             FMTCNTLBLOCK b;
             FMTInitCntlBlock(&b);
-            char out[4096];
             b.nType = FMT_PICTURE, b.lpszPicture = const_cast<char*>(picture), b.numValue = AsRecord(all[i]);
             b.chThousand = ',', b.chDecimal = '.', b.lpszCurrency = const_cast<char*>("$"), b.lpszOutput = out;
             ASSERT_EQ(FMTFormatNumber(&b), 1);
@@ -111,13 +111,14 @@ TEST(OxlSqliteCalls, NullAndBadInput) {
     const struct { const char* sql; std::string expected; } cases[] = {
         {"oxl_num(NULL)", "NULL"}, {"oxl_num_add(1, NULL)", "NULL"}, {"oxl_format(NULL, '0')", "NULL"},
         {"oxl_num_sum(NULL)", "NULL"}, {"oxl_date_read(NULL, 'S')", "NULL"}, {"oxl_num(x'00')", "NULL"},
-        {"oxl_num_valid(x'00')", "1"}, {"oxl_num_valid(x'0141')", "0"}, {"oxl_num_valid('1')", "0"},
+        {"oxl_num_valid(x'00')", "1"}, {"oxl_num_valid(x'0141')", "0"}, {"oxl_num_valid('1')", "0"}, {"oxl_num_valid(x'02C164')", "0"},
         {"oxl_num(oxl_num_div(1, 3))", "." + std::string(46, '3')}, {"oxl_num(oxl_num_round('-2.5', 0))", "-3"},
         {"oxl_num(oxl_num_sub(x'02C10A', 0.5))", "9.5"}, {"oxl_num(oxl_num_mul('1e50', '1e50'))", "1" + std::string(100, '0')},
         {"oxl_num_cmp('1e-3', 0)", "1"}, {"hex(oxl_num_from('1.5'))", "03C10132" + std::string(42, '0')},
         {"oxl_format(1234.5, '', 'de')", "1.234,50"}, {"oxl_num(oxl_unformat('(1,234.50)', '#,##0.00;(#,##0.00)'))", "-1234.5"},
         {"oxl_date('1999-12-31-23.59.59', 'dddd, MMMM d, yyyy hhhh:mm')", "Friday, December 31, 1999 23:59"},
-        {"oxl_num(oxl_date_read('Dec 31, 1999 10:30 PM'))", "19991231.223"},
+        {"oxl_num(oxl_date_read('Dec 31, 1999 10:30 PM'))", "19991231.223"}, {"oxl_date(20240315.1405, 'hhhh:mm')", "14:05"},
+        {"oxl_date(20240315.1405, 'T', 'de')", "14:05:00:000000"}, {"oxl_date(20240315, 'L', 'de')", "Friday, 15. March 2024"},
         {"oxl_num(x'02FC')", "error: oxl_num: argument 1 is not a NUMBER record: x'02FC'"},
         {"oxl_num_add(1, 'one')", "error: oxl_num_add: 'one' is not a number"},
         {"oxl_num_from('1e500')", "error: oxl_num_from: '1e500' is too large for a NUMBER"},
