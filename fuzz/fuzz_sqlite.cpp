@@ -22,7 +22,6 @@ const char* const kCalls[] = {
     "oxl_date(?1, ?2, ?3)", "oxl_date_read(?1, ?2, ?3)", "oxl_date_read(?1)",
     "(CAST(?1 AS TEXT) COLLATE oxl_num < CAST(?2 AS TEXT) AND CAST(?2 AS TEXT) COLLATE oxl_num < CAST(?1 AS TEXT))",
 };
-constexpr size_t kCallCount = sizeof kCalls / sizeof kCalls[0];
 
 sqlite3* Db() {
     static sqlite3* db = nullptr;
@@ -38,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     std::vector<std::string> args;
     for (size_t at = 0, end = 0; end != std::string::npos && args.size() < 3; at = end + 1)
         args.push_back(rest.substr(at, (end = rest.find('\0', at)) - at));
-    size_t call = data[0] % kCallCount;
+    size_t call = data[0] % std::size(kCalls);
     sqlite3_stmt* s = nullptr;
     std::string sql = std::string("SELECT x, typeof(x) != 'blob' OR oxl_num_valid(x) FROM (SELECT ") + kCalls[call] + " AS x)";
     FuzzRequire(sqlite3_prepare_v2(Db(), sql.c_str(), -1, &s, nullptr) == SQLITE_OK);
@@ -48,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     int rc = sqlite3_step(s);
     FuzzRequire(rc == SQLITE_ROW || rc == SQLITE_ERROR);
     if (rc == SQLITE_ROW) FuzzRequire(sqlite3_column_int(s, 1) == 1); // a blob is a valid record
-    if (rc == SQLITE_ROW && call == kCallCount - 1) FuzzRequire(sqlite3_column_int(s, 0) == 0); // never both ways
+    if (rc == SQLITE_ROW && call == std::size(kCalls) - 1) FuzzRequire(sqlite3_column_int(s, 0) == 0); // never both ways
     sqlite3_finalize(s);
     return 0;
 }
