@@ -15,6 +15,7 @@ PACKAGES=(
   fonts-ipafont-gothic
   xvfb xauth pkg-config
   cups cups-client cups-bsd printer-driver-cups-pdf ghostscript poppler-utils
+  libsqlite3-dev sqlite3
 )
 
 log() { printf '\n== %s ==\n' "$*"; }
