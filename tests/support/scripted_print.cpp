@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <sstream>
 #include <type_traits>
 
@@ -17,7 +18,7 @@ struct PrintScript {
     std::vector<std::string> devNames, log;
     std::vector<ScriptedPrint::Window> windows; // the Nth has the handle 256 + 16 N
     ABORTPROC abortProc;
-    DLGPROC dialogProc;
+    DLGPROC dialogProc; // the abort dialog's, while `dialog` is open
     HWND dialog;
 } sP;
 
@@ -26,9 +27,7 @@ const HWND kDialog = reinterpret_cast<HWND>(0xA00), kDesktop = reinterpret_cast<
 
 long long reply(const std::string& name, long long otherwise) {
     auto r = sP.replies.find(name);
-    if (r == sP.replies.end() || r->second.empty()) return otherwise;
-    size_t& turn = sP.turns[name];
-    return r->second[std::min(turn++, r->second.size() - 1)];
+    return r == sP.replies.end() || r->second.empty() ? otherwise : r->second[std::min(sP.turns[name]++, r->second.size() - 1)];
 }
 void note(const std::string& entry) {
     if (sP.log.size() > 100000) std::fputs("scripted print: over 100000 calls, the job runs away\n", stderr), std::abort();
@@ -49,10 +48,7 @@ template <class... A> void say(const char* what, A... a) {
         if (!v.empty()) s += sep + v, sep = ",";
     note(s);
 }
-template <size_t N> struct Name {
-    char s[N];
-    constexpr Name(const char (&v)[N]) { std::copy_n(v, N, s); }
-};
+template <size_t N> struct Name { char s[N]; constexpr Name(const char (&v)[N]) { std::copy_n(v, N, s); } };
 // An entry that logs its call and answers its replies, else `V`.
 template <Name N, long long V, class R, class... A> R WINAPI entry(A... a) { return say(N.s, a...), R(reply(N.s, V)); }
 // An entry that answers `V` and logs nothing.
@@ -67,22 +63,17 @@ HWND WINAPI getWindow(HWND w, UINT cmd) {
     HWND next = reinterpret_cast<HWND>(cmd == GW_HWNDFIRST ? 0x100 : uintptr_t(w) + 0x10);
     return (cmd == GW_HWNDFIRST || cmd == GW_HWNDNEXT) && find(next) ? next : nullptr;
 }
-HWND WINAPI getParent(HWND w) { return find(w) ? find(w)->parent : nullptr; }
+// A field of the window's record; 0 for no window.
+template <auto M, class R, class... A> R WINAPI field(HWND w, A...) { return find(w) ? R(find(w)->*M) : R(); }
 BOOL WINAPI enableWindow(HWND w, BOOL enable) {
-    ScriptedPrint::Window* r = find(w);
-    if (say("EnableWindow", w, enable), !r) return FALSE;
-    BOOL was = (r->style & WS_DISABLED) != 0;
-    r->style = enable ? r->style & ~WS_DISABLED : r->style | WS_DISABLED;
+    ScriptedPrint::Window* r = (say("EnableWindow", w, enable), find(w));
+    BOOL was = r && (r->style & WS_DISABLED);
+    if (r) r->style = enable ? r->style & ~WS_DISABLED : r->style | WS_DISABLED;
     return was;
 }
 BOOL WINAPI isWindow(HWND w) { return find(w) != nullptr; }
-DWORD WINAPI windowThread(HWND w, LPDWORD) { return find(w) ? find(w)->thread : 0; }
 BOOL WINAPI windowRect(HWND w, LPRECT rect) { return *rect = w == kDesktop ? RECT{0, 0, 1280, 1024} : find(w) ? find(w)->rect : RECT{}, TRUE; }
-BOOL WINAPI iconic(HWND w) { return find(w) && find(w)->iconic; }
-BOOL WINAPI screenToClient(HWND w, LPPOINT p) {
-    RECT r;
-    return windowRect(w, &r), *p = {p->x - r.left, p->y - r.top}, TRUE;
-}
+BOOL WINAPI screenToClient(HWND w, LPPOINT p) { RECT r; return windowRect(w, &r), *p = {p->x - r.left, p->y - r.top}, TRUE; }
 LRESULT WINAPI sendMessage(HWND w, UINT m, WPARAM wp, LPARAM lp) { return say("SendMessageA", m, wp, lp), w == sP.dialog && sP.dialogProc ? sP.dialogProc(w, m, wp, lp) : 0; }
 INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) { return say("DialogBoxParamA", name), proc(nullptr, WM_INITDIALOG, 0, lp); }
 HWND WINAPI createDialog(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) {
@@ -111,14 +102,13 @@ int WINAPI caps(HDC, int index) {
     return int(reply("GetDeviceCaps:" + std::to_string(index), kCaps.count(index) ? kCaps.at(index) : 0));
 }
 int WINAPI escape(HDC dc, int code, int, LPCSTR in, LPVOID out) {
-    int v = 0;
-    if (in) std::memcpy(&v, in, sizeof v);
+    int v = in ? *reinterpret_cast<const int*>(in) : 0;
     if (code == 8) return int(reply("Escape8:" + std::to_string(v), v == 9 || v == 12)); // QUERYESCSUPPORT: SETABORTPROC, GETPHYSPAGESIZE
     if (code == 12) *static_cast<POINT*>(out) = {caps(dc, PHYSICALWIDTH), caps(dc, PHYSICALHEIGHT)};
     return say("Escape", code, v), 1;
 }
 int WINAPI clipBox(HDC, LPRECT r) {
-    const std::vector<long long>& c = sP.replies.count("GetClipBox") ? sP.replies["GetClipBox"] : std::vector<long long>{0, 0, 8500, -11000};
+    std::vector<long long> c = sP.replies.count("GetClipBox") ? sP.replies["GetClipBox"] : std::vector<long long>{0, 0, 8500, -11000};
     return *r = {LONG(c[0]), LONG(c[1]), LONG(c[2]), LONG(c[3])}, 2;
 }
 // MM_HIENGLISH at 100 pixels an inch, origins left at 0 for the measures.
@@ -161,8 +151,8 @@ ScriptedPrint::ScriptedPrint(Replies replies, std::vector<std::string> devNames)
     sP.turns.clear(), sP.log.clear(), sP.windows.clear();
     sP.abortProc = nullptr, sP.dialogProc = nullptr, sP.dialog = nullptr;
     sP.window = {entry<"MessageBoxA", IDOK>, m_window->MessageBeep, m_window->GetActiveWindow, sendMessage, m_window->SendMessageTimeoutA,
-                 windowLong, getWindow, getParent, fixed<0x100>, enableWindow, isWindow, windowThread,
-                 fixed<0xDE5>, windowRect, fixed<0xD15>, fixed<1>, iconic, screenToClient, entry<"MoveWindow", 1>, dialogBox, createDialog,
+                 windowLong, getWindow, field<&ScriptedPrint::Window::parent>, fixed<0x100>, enableWindow, isWindow, field<&ScriptedPrint::Window::thread>,
+                 fixed<0xDE5>, windowRect, fixed<0xD15>, fixed<1>, field<&ScriptedPrint::Window::iconic>, screenToClient, entry<"MoveWindow", 1>, dialogBox, createDialog,
                  destroyWindow, peek, isDialogMessage, fixed<1>, entry<"DispatchMessageA", 0>, entry<"SetWindowTextA", 1>,
                  entry<"SetDlgItemTextA", 1>, fixed<0xB00>, entry<"UpdateWindow", 1>, fixed<0>, fixed<0x5E0>, entry<"EnableMenuItem", 1>};
     sP.graphics = {entry<"CreateDCA", 0xD00>, entry<"CreateICA", 0xD00>, entry<"DeleteDC", 1>, entry<"StartDocA", 1>, entry<"StartPage", 1>,
@@ -175,14 +165,9 @@ ScriptedPrint::ScriptedPrint(Replies replies, std::vector<std::string> devNames)
 ScriptedPrint::~ScriptedPrint() { gOsl.window = m_window, gOsl.graphics = m_graphics; }
 std::string ScriptedPrint::Calls(const std::string& prefixes) const {
     std::string out;
-    for (const std::string& e : sP.log) {
-        std::istringstream words(prefixes);
-        for (std::string p; words >> p;)
-            if (e.rfind(p, 0) == 0) {
-                out += (out.empty() ? "" : " ") + e;
-                break;
-            }
-    }
+    for (const std::string& e : sP.log)
+        if (std::istringstream words(prefixes); std::any_of(std::istream_iterator<std::string>(words), {}, [&](const std::string& p) { return e.rfind(p, 0) == 0; }))
+            out += (out.empty() ? "" : " ") + e;
     return out;
 }
 void ScriptedPrint::Note(const std::string& entry) { note(entry); }
