@@ -7,10 +7,13 @@
 #include <iterator>
 #include <sstream>
 #include <type_traits>
+#include <utility>
 
 namespace {
 
 struct PrintScript {
+    const OslWindowService* savedWindow;
+    const OslGraphicsService* savedGraphics;
     OslWindowService window;
     OslGraphicsService graphics;
     ScriptedPrint::Replies replies;
@@ -29,10 +32,7 @@ long long reply(const std::string& name, long long otherwise) {
     auto r = sP.replies.find(name);
     return r == sP.replies.end() || r->second.empty() ? otherwise : r->second[std::min(sP.turns[name]++, r->second.size() - 1)];
 }
-void note(const std::string& entry) {
-    if (sP.log.size() > 100000) std::fputs("scripted print: over 100000 calls, the job runs away\n", stderr), std::abort();
-    sP.log.push_back(entry);
-}
+void note(const std::string& entry) { sP.log.size() < 100000 ? sP.log.push_back(entry) : (std::fputs("scripted print: over 100000 calls, the job runs away\n", stderr), std::abort()); }
 template <class T> std::string str(T v) {
     if constexpr (std::is_convertible_v<T, const char*>) return v ? v : "";
     else if constexpr (std::is_same_v<T, const DOCINFOA*>) return str(v->lpszDocName);
@@ -54,22 +54,14 @@ template <Name N, long long V, class R, class... A> R WINAPI entry(A... a) { ret
 // An entry that answers `V` and logs nothing.
 template <uintptr_t V, class R, class... A> R WINAPI fixed(A...) { return R(V); }
 
-ScriptedPrint::Window* find(HWND w) {
-    size_t i = (uintptr_t(w) - 0x100) / 0x10;
-    return uintptr_t(w) % 0x10 == 0 && i < sP.windows.size() ? &sP.windows[i] : nullptr;
-}
+ScriptedPrint::Window* find(HWND w) { return uintptr_t(w) % 0x10 == 0 && (uintptr_t(w) - 0x100) / 0x10 < sP.windows.size() ? &sP.windows[(uintptr_t(w) - 0x100) / 0x10] : nullptr; }
 LONG_PTR WINAPI windowLong(HWND w, int index) { return !find(w) ? 0 : index == GWL_STYLE ? find(w)->style : reinterpret_cast<LONG_PTR>(find(w)->instance); }
-HWND WINAPI getWindow(HWND w, UINT cmd) {
-    HWND next = reinterpret_cast<HWND>(cmd == GW_HWNDFIRST ? 0x100 : uintptr_t(w) + 0x10);
-    return (cmd == GW_HWNDFIRST || cmd == GW_HWNDNEXT) && find(next) ? next : nullptr;
-}
+HWND WINAPI getWindow(HWND w, UINT cmd) { HWND next = HWND(cmd == GW_HWNDFIRST ? 0x100 : uintptr_t(w) + 0x10); return (cmd == GW_HWNDFIRST || cmd == GW_HWNDNEXT) && find(next) ? next : nullptr; }
 // A field of the window's record; 0 for no window.
 template <auto M, class R, class... A> R WINAPI field(HWND w, A...) { return find(w) ? R(find(w)->*M) : R(); }
 BOOL WINAPI enableWindow(HWND w, BOOL enable) {
     ScriptedPrint::Window* r = (say("EnableWindow", w, enable), find(w));
-    BOOL was = r && (r->style & WS_DISABLED);
-    if (r) r->style = enable ? r->style & ~WS_DISABLED : r->style | WS_DISABLED;
-    return was;
+    return r ? std::exchange(r->style, enable ? r->style & ~WS_DISABLED : r->style | WS_DISABLED) & WS_DISABLED : FALSE;
 }
 BOOL WINAPI isWindow(HWND w) { return find(w) != nullptr; }
 BOOL WINAPI windowRect(HWND w, LPRECT rect) { return *rect = w == kDesktop ? RECT{0, 0, 1280, 1024} : find(w) ? find(w)->rect : RECT{}, TRUE; }
@@ -78,23 +70,15 @@ LRESULT WINAPI sendMessage(HWND w, UINT m, WPARAM wp, LPARAM lp) { return say("S
 INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) { return say("DialogBoxParamA", name), proc(nullptr, WM_INITDIALOG, 0, lp); }
 HWND WINAPI createDialog(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) {
     if (say("CreateDialogParamA", name), !reply("CreateDialogParamA", 1)) return nullptr;
-    sP.dialog = kDialog, sP.dialogProc = proc;
-    return proc(kDialog, WM_INITDIALOG, 0, lp), kDialog;
+    return sP.dialog = kDialog, sP.dialogProc = proc, proc(kDialog, WM_INITDIALOG, 0, lp), kDialog;
 }
-BOOL WINAPI destroyWindow(HWND w) {
-    if (say("DestroyWindow", w), w == sP.dialog && sP.dialogProc) sP.dialogProc(w, WM_DESTROY, 0, 0);
-    return sP.dialog = w == sP.dialog ? nullptr : sP.dialog, TRUE;
-}
-BOOL WINAPI peek(LPMSG msg, HWND, UINT, UINT, UINT remove) {
-    if (!(remove & PM_REMOVE) || !reply("PeekMessageA", 0)) return FALSE;
-    return say("Cancel"), *msg = {sP.dialog, WM_COMMAND, IDCANCEL, 0, 0, {}}, TRUE;
-}
+BOOL WINAPI destroyWindow(HWND w) { return say("DestroyWindow", w), w == sP.dialog && sP.dialogProc && sP.dialogProc(w, WM_DESTROY, 0, 0), sP.dialog = w == sP.dialog ? nullptr : sP.dialog, TRUE; }
+BOOL WINAPI peek(LPMSG msg, HWND, UINT, UINT, UINT remove) { return remove & PM_REMOVE && reply("PeekMessageA", 0) && (say("Cancel"), *msg = {sP.dialog, WM_COMMAND, IDCANCEL, 0, 0, {}}, true); }
 BOOL WINAPI isDialogMessage(HWND dialog, LPMSG msg) { return msg->hwnd == dialog && sP.dialogProc && (sP.dialogProc(dialog, msg->message, msg->wParam, msg->lParam), true); }
 
 int WINAPI endPage(HDC dc) {
     int code = int(reply("spooler", 1)), result = entry<"EndPage", 1, int>(dc);
-    if (code <= 0 && sP.abortProc) sP.abortProc(dc, code);
-    return result;
+    return code <= 0 && sP.abortProc && sP.abortProc(dc, code), result;
 }
 int WINAPI abortProc(HDC, ABORTPROC proc) { return sP.abortProc = proc, 1; }
 int WINAPI caps(HDC, int index) {
@@ -107,10 +91,7 @@ int WINAPI escape(HDC dc, int code, int, LPCSTR in, LPVOID out) {
     if (code == 12) *static_cast<POINT*>(out) = {caps(dc, PHYSICALWIDTH), caps(dc, PHYSICALHEIGHT)};
     return say("Escape", code, v), 1;
 }
-int WINAPI clipBox(HDC, LPRECT r) {
-    std::vector<long long> c = sP.replies.count("GetClipBox") ? sP.replies["GetClipBox"] : std::vector<long long>{0, 0, 8500, -11000};
-    return *r = {LONG(c[0]), LONG(c[1]), LONG(c[2]), LONG(c[3])}, 2;
-}
+int WINAPI clipBox(HDC, LPRECT r) { std::vector<long long> c = sP.replies.count("GetClipBox") ? sP.replies["GetClipBox"] : std::vector<long long>{0, 0, 8500, -11000}; return *r = {LONG(c[0]), LONG(c[1]), LONG(c[2]), LONG(c[3])}, 2; }
 // MM_HIENGLISH at 100 pixels an inch, origins left at 0 for the measures.
 BOOL WINAPI toLogical(HDC, LPPOINT p, int n) { return std::transform(p, p + n, p, [](POINT q) { return POINT{q.x * 10, -q.y * 10}; }), TRUE; }
 BOOL WINAPI toDevice(HDC, LPPOINT p, int n) { return std::transform(p, p + n, p, [](POINT q) { return POINT{q.x / 10, -q.y / 10}; }), TRUE; }
@@ -140,17 +121,16 @@ BOOL WINAPI getPrinter(HANDLE, DWORD level, LPBYTE out, DWORD size, LPDWORD need
 // Mode 0: the device mode's size; mode 2 (DM_OUT_BUFFER): 3 copies.
 LONG WINAPI documentProperties(HWND, HANDLE, LPSTR, LPDEVMODEA out, LPDEVMODEA, DWORD mode) {
     LONG r = LONG(reply("DocumentPropertiesA:" + std::to_string(mode), mode ? 1 : 220));
-    if (mode == DM_OUT_BUFFER && r >= 0) out->dmCopies = 3;
-    return r;
+    return mode == DM_OUT_BUFFER && r >= 0 ? out->dmCopies = 3, r : r;
 }
 
 } // namespace
 
-ScriptedPrint::ScriptedPrint(Replies replies, std::vector<std::string> devNames) : m_window(gOsl.window), m_graphics(gOsl.graphics) {
-    sP.replies = std::move(replies), sP.devNames = std::move(devNames);
-    sP.turns.clear(), sP.log.clear(), sP.windows.clear();
+ScriptedPrint::ScriptedPrint(Replies replies, std::vector<std::string> devNames) {
+    const OslWindowService* native = sP.savedWindow = gOsl.window;
+    sP.savedGraphics = gOsl.graphics, sP.replies = std::move(replies), sP.devNames = std::move(devNames), sP.turns.clear(), sP.log.clear(), sP.windows.clear();
     sP.abortProc = nullptr, sP.dialogProc = nullptr, sP.dialog = nullptr;
-    sP.window = {entry<"MessageBoxA", IDOK>, m_window->MessageBeep, m_window->GetActiveWindow, sendMessage, m_window->SendMessageTimeoutA,
+    sP.window = {entry<"MessageBoxA", IDOK>, native->MessageBeep, native->GetActiveWindow, sendMessage, native->SendMessageTimeoutA,
                  windowLong, getWindow, field<&ScriptedPrint::Window::parent>, fixed<0x100>, enableWindow, isWindow, field<&ScriptedPrint::Window::thread>,
                  fixed<0xDE5>, windowRect, fixed<0xD15>, fixed<1>, field<&ScriptedPrint::Window::iconic>, screenToClient, entry<"MoveWindow", 1>, dialogBox, createDialog,
                  destroyWindow, peek, isDialogMessage, fixed<1>, entry<"DispatchMessageA", 0>, entry<"SetWindowTextA", 1>,
@@ -162,7 +142,7 @@ ScriptedPrint::ScriptedPrint(Replies replies, std::vector<std::string> devNames)
                    getPrinter, documentProperties};
     gOsl.window = &sP.window, gOsl.graphics = &sP.graphics;
 }
-ScriptedPrint::~ScriptedPrint() { gOsl.window = m_window, gOsl.graphics = m_graphics; }
+ScriptedPrint::~ScriptedPrint() { gOsl.window = sP.savedWindow, gOsl.graphics = sP.savedGraphics; }
 std::string ScriptedPrint::Calls(const std::string& prefixes) const {
     std::string out;
     for (const std::string& e : sP.log)

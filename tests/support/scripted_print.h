@@ -33,10 +33,6 @@ public:
     HDC Dc() const;                      // the context CreateDCA makes
     HWND AddWindow(Window w);            // top-level windows, 256 on by 16
     Window& WindowOf(HWND w);
-
-private:
-    const OslWindowService* m_window;
-    const OslGraphicsService* m_graphics;
 };
 
 #endif

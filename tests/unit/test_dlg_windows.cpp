@@ -1,13 +1,10 @@
 // The window helpers over scripted windows: a 1280 by 1024 screen at 96
 // pixels an inch across, 120 down.
-#include "os/osl.h"
 #include "tests/support/scripted_osl.h"
 #include "tests/support/scripted_print.h"
 #include "ui/dlg.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
 
 namespace {
 
@@ -28,30 +25,50 @@ INSTANTIATE_TEST_SUITE_P(Table, DlgPixels, ::testing::ValuesIn(kPixels));
 // the instance too; elsewhere the thread decides. `chain`: each window is the
 // parent of the next, and the chain from the last is disabled. `states`: each
 // window's after disabling and after enabling again, 'd' for disabled.
+// On Windows each row with fewer than 50 windows, none of another thread,
+// runs again over real windows of this thread and module.
 struct EnableRow { std::string styles; DWORD platform; bool chain; std::string states; };
 const EnableRow kEnables[] = {
-    {"-dxo-", 2, false, "dd--d then -d---"}, {"-i", 2, false, "d- then --"}, {"-i", 1, false, "dd then --"},
+    {"-dxo-", 2, false, "dd--d then -d---"}, {"d-x-", 2, false, "dd-d then d---"}, {"-i", 2, false, "d- then --"}, {"-i", 1, false, "dd then --"},
     {std::string(52, '-'), 2, false, std::string(50, 'd') + "-- then " + std::string(52, '-')}, {"-d-", 2, true, "ddd then -d-"},
 };
+// The row over windows that `make` makes of a style letter and a parent, of the instance `inst`.
+template <class Make, class Disabled> void expectStates(const EnableRow& row, HINSTANCE inst, Make make, Disabled disabled, const char* kind) {
+    std::vector<HWND> w;
+    HWND except = nullptr;
+    for (char c : row.styles) w.push_back(make(c, row.chain && !w.empty() ? w.back() : nullptr)), except = c == 'x' ? w.back() : except;
+    auto states = [&] { std::string s; for (HWND h : w) s += disabled(h) ? 'd' : '-'; return s; };
+    HGLOBAL saved = row.chain ? DlgEnableParentChain(w.back(), FALSE, nullptr) : DlgEnableAllWindows(inst, except, FALSE, nullptr);
+    std::string off = states() + " then ";
+    EXPECT_EQ(row.chain ? DlgEnableParentChain(w.back(), TRUE, saved) : DlgEnableAllWindows(inst, except, TRUE, saved), nullptr) << "the record freed";
+    EXPECT_EQ(off + states(), row.states) << (row.chain ? "DlgEnableParentChain" : "DlgEnableAllWindows") << " disabling, then enabling, " << kind << " windows " << row.styles;
+}
 class DlgEnable : public ::testing::TestWithParam<EnableRow> {};
 TEST_P(DlgEnable, DisabledBeforeStaysSo) {
     const EnableRow& row = GetParam();
     ScriptedSystem system(0x409, 0x409, row.platform);
-    ScriptedPrint print;
-    HINSTANCE inst = HINSTANCE(0x40);
-    HWND except = nullptr, last = nullptr;
-    for (char c : row.styles) last = print.AddWindow({row.chain ? last : nullptr, LONG(c == 'd' ? WS_DISABLED : 0), c == 'i' ? HINSTANCE(0x50) : inst, gOsl.sync->GetCurrentThreadId() + (c == 'o'), {}, false}), except = c == 'x' ? last : except;
-    auto states = [&] { std::string s; for (size_t i = 0; i < row.styles.size(); ++i) s += print.WindowOf(HWND(256 + 16 * i)).style ? 'd' : '-'; return s; };
-    HGLOBAL saved = row.chain ? DlgEnableParentChain(last, FALSE, nullptr) : DlgEnableAllWindows(inst, except, FALSE, nullptr);
-    std::string disabled = states() + " then ";
-    EXPECT_EQ(row.chain ? DlgEnableParentChain(last, TRUE, saved) : DlgEnableAllWindows(inst, except, TRUE, saved), nullptr) << "the record freed";
-    EXPECT_EQ(disabled + states(), row.states) << (row.chain ? "DlgEnableParentChain" : "DlgEnableAllWindows") << " disabling, then enabling, over " << row.styles;
-    EXPECT_EQ(DlgEnableAllWindows(nullptr, nullptr, FALSE, nullptr), nullptr) << "a null instance";
-    EXPECT_EQ(DlgEnableAllWindows(inst, nullptr, TRUE, nullptr), nullptr) << "enabling with no record";
+    { // the scripted windows go before any real one is made
+        ScriptedPrint print;
+        HINSTANCE inst = HINSTANCE(0x40);
+        expectStates(row, inst, [&](char c, HWND parent) { return print.AddWindow({parent, LONG(c == 'd' ? WS_DISABLED : 0), c == 'i' ? HINSTANCE(0x50) : inst, gOsl.sync->GetCurrentThreadId() + (c == 'o'), {}, false}); }, [&](HWND h) { return print.WindowOf(h).style != 0; }, "scripted");
+        EXPECT_EQ(DlgEnableAllWindows(nullptr, nullptr, FALSE, nullptr), nullptr) << "a null instance";
+        EXPECT_EQ(DlgEnableAllWindows(inst, nullptr, TRUE, nullptr), nullptr) << "enabling with no record";
+    }
+#ifdef _WIN32
+    std::vector<HWND> made;
+    if (row.styles.size() < 50 && row.styles.find('o') == std::string::npos) expectStates(row, GetModuleHandleA(nullptr), [&](char c, HWND parent) { return made.push_back(CreateWindowExA(0, "STATIC", "", (parent ? WS_CHILD : WS_POPUP) | (c == 'd' ? WS_DISABLED : 0), 0, 0, 9, 9, parent, nullptr, GetModuleHandleA(c == 'i' ? "kernel32.dll" : nullptr), nullptr)), made.back(); }, [](HWND h) { return !IsWindowEnabled(h); }, "real");
+    for (HWND h : made) DestroyWindow(h);
+#endif
 }
 INSTANTIATE_TEST_SUITE_P(Table, DlgEnable, ::testing::ValuesIn(kEnables));
 
-// A 200 by 100 dialog centred on its parent, kept on the screen.
+// A 200 by 100 dialog centred on its parent, kept on the 1280 by 1024 screen.
+// On Windows each row with a plain parent, or none, runs again with the abort
+// dialog made 200 by 100 on a real parent: the rectangle read back must be
+// where the scripted one moved to, inside the work area.
+#ifdef _WIN32
+INT_PTR WINAPI quiet(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
+#endif
 struct CentreRow { const char* name; RECT parent; bool iconic; LONG style; const char* move; };
 const CentreRow kCentres[] = {
     {"in the middle", {400, 300, 800, 700}, false, 0, "MoveWindow:272,500,450,200,100,1"},
@@ -65,11 +82,26 @@ const CentreRow kCentres[] = {
 class DlgCentre : public ::testing::TestWithParam<CentreRow> {};
 TEST_P(DlgCentre, OnScreen) {
     const CentreRow& row = GetParam();
-    ScriptedPrint print;
-    HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, row.parent, row.iconic});
-    HWND dialog = print.AddWindow({row.style < 0 ? nullptr : parent, row.style < 0 ? 0 : row.style, nullptr, 0, {10, 10, 210, 110}, false});
-    BOOL moved = DlgCenterDialog(dialog);
-    EXPECT_EQ(std::to_string(moved) + ", " + print.Calls("MoveWindow"), std::string("1, ") + row.move) << "DlgCenterDialog: " << row.name;
+    std::string moved;
+    { // the scripted windows go before any real one is made
+        ScriptedPrint print;
+        HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, row.parent, row.iconic});
+        HWND dialog = print.AddWindow({row.style < 0 ? nullptr : parent, row.style < 0 ? 0 : row.style, nullptr, 0, {10, 10, 210, 110}, false});
+        moved = std::to_string(DlgCenterDialog(dialog)) + ", ";
+        moved += print.Calls("MoveWindow");
+    }
+    EXPECT_EQ(moved, std::string("1, ") + row.move) << "DlgCenterDialog: " << row.name;
+#ifdef _WIN32
+    if (row.iconic || row.style > 0) return;
+    RECT work, d = {}, p = row.parent;
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+    HWND parent = row.style < 0 ? nullptr : CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, p.left, p.top, p.right - p.left, p.bottom - p.top, nullptr, nullptr, nullptr, nullptr);
+    HWND dialog = CreateDialogParamA(GetModuleHandleA(nullptr), "PrintAbortDialog", parent, quiet, 0);
+    BOOL done = MoveWindow(dialog, 10, 10, 200, 100, FALSE) && DlgCenterDialog(dialog) && GetWindowRect(dialog, &d);
+    std::string inside = d.left >= work.left && d.top >= work.top && d.right <= work.right && d.bottom <= work.bottom ? "" : ", not inside the work area";
+    EXPECT_EQ(std::to_string(done) + ", MoveWindow:272," + std::to_string(d.left) + "," + std::to_string(d.top) + "," + std::to_string(d.right - d.left) + "," + std::to_string(d.bottom - d.top) + ",1" + inside, moved) << "DlgCenterDialog on real windows: " << row.name;
+    DestroyWindow(dialog), DestroyWindow(parent);
+#endif
 }
 INSTANTIATE_TEST_SUITE_P(Table, DlgCentre, ::testing::ValuesIn(kCentres));
 
@@ -115,53 +147,15 @@ TEST(DlgMessageBox, FromTheStringTable) {
 #ifdef _WIN32
 // The same helpers on real windows of this thread and module, through the
 // system's own window manager.
-HWND realWindow(DWORD style) { return CreateWindowExA(0, "STATIC", "", WS_POPUP | style, 0, 0, 10, 10, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr); }
-// 'd' a window disabled before, 'x' the one left out; each window's state
-// after disabling and after enabling again, 'd' for disabled.
-struct RealEnableRow { const char* windows; const char* states; };
-const RealEnableRow kRealEnables[] = {{"-d-", "ddd then -d-"}, {"d-x-", "ddxd then d-x-"}};
-class DlgEnableReal : public ::testing::TestWithParam<RealEnableRow> {};
-TEST_P(DlgEnableReal, DisabledBeforeStaysSo) {
-    std::vector<HWND> w;
-    HWND except = nullptr;
-    for (const char* c = GetParam().windows; *c; ++c) w.push_back(realWindow(*c == 'd' ? WS_DISABLED : 0)), except = *c == 'x' ? w.back() : except;
-    auto states = [&] { std::string s; for (HWND h : w) s += h == except ? 'x' : IsWindowEnabled(h) ? '-' : 'd'; return s; };
-    HGLOBAL saved = DlgEnableAllWindows(GetModuleHandleA(nullptr), except, FALSE, nullptr);
-    std::string disabled = states() + " then ";
-    EXPECT_EQ(DlgEnableAllWindows(GetModuleHandleA(nullptr), except, TRUE, saved), nullptr);
-    EXPECT_EQ(disabled + states(), GetParam().states) << "DlgEnableAllWindows(FALSE), then (TRUE), over " << GetParam().windows;
-    for (HWND h : w) DestroyWindow(h);
-}
-INSTANTIATE_TEST_SUITE_P(Table, DlgEnableReal, ::testing::ValuesIn(kRealEnables));
-
-INT_PTR WINAPI quiet(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
-// The abort dialog centred on a 400 by 300 parent whose corner is `at`, a
-// fraction of the work area's size (negative: off its left or top edge).
-struct RealCentreRow { double x, y; const char* where; };
-const RealCentreRow kRealCentres[] = {{0.3, 0.3, "centred, centred"}, {-0.3, -0.3, "left edge, top edge"}, {0.95, 0.95, "right edge, bottom edge"}, {0.9, 0.1, "right edge, centred"}};
-class DlgCentreReal : public ::testing::TestWithParam<RealCentreRow> {};
-TEST_P(DlgCentreReal, KeptOnTheWorkArea) {
-    RECT work, d, p;
-    SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
-    HWND parent = realWindow(WS_VISIBLE);
-    MoveWindow(parent, work.left + LONG(GetParam().x * (work.right - work.left)), work.top + LONG(GetParam().y * (work.bottom - work.top)), 400, 300, TRUE);
-    HWND dialog = CreateDialogParamA(GetModuleHandleA(nullptr), "PrintAbortDialog", parent, quiet, 0);
-    EXPECT_NE(DlgCenterDialog(dialog), 0);
-    GetWindowRect(dialog, &d), GetWindowRect(parent, &p);
-    auto along = [](LONG lo, LONG hi, LONG workLo, LONG workHi, LONG centre, std::string edges) { return lo == workLo ? edges.substr(0, edges.find('|')) : hi == workHi ? edges.substr(edges.find('|') + 1) : std::abs((lo + hi) / 2 - centre) <= 1 ? "centred" : "elsewhere"; };
-    std::string where = along(d.left, d.right, work.left, work.right, (p.left + p.right) / 2, "left edge|right edge") + ", " + along(d.top, d.bottom, work.top, work.bottom, (p.top + p.bottom) / 2, "top edge|bottom edge");
-    EXPECT_EQ(where + (d.left >= work.left && d.top >= work.top && d.right <= work.right && d.bottom <= work.bottom ? "" : ", not inside"), GetParam().where) << "DlgCenterDialog on a parent at " << GetParam().x << ", " << GetParam().y;
-    DestroyWindow(dialog), DestroyWindow(parent);
-}
-INSTANTIATE_TEST_SUITE_P(Table, DlgCentreReal, ::testing::ValuesIn(kRealCentres));
 
 // A three-step wizard of abort dialogs: each step, once shown, posts itself
 // the test's next move, 'n' next, 'b' back or 'c' Cancel, and sets DlgNext by it.
 const char* gMoves;
 std::string gShown;
-INT_PTR WINAPI realStep(HWND dialog, UINT message, WPARAM wp, LPARAM lp) {
-    if (message == WM_INITDIALOG) return SetWindowLongPtrA(dialog, DWLP_USER, lp), gShown += char('0' + reinterpret_cast<DLGWIZARD*>(lp)->DlgCurrent), PostMessageA(dialog, WM_COMMAND, *gMoves++, 0);
-    DLGWIZARD* wz = reinterpret_cast<DLGWIZARD*>(GetWindowLongPtrA(dialog, DWLP_USER));
+DLGWIZARD* gWizard;
+INT_PTR WINAPI realStep(HWND dialog, UINT message, WPARAM wp, LPARAM) {
+    DLGWIZARD* wz = gWizard;
+    if (message == WM_INITDIALOG) return gShown += char('0' + wz->DlgCurrent), PostMessageA(dialog, WM_COMMAND, *gMoves++, 0);
     if (message != WM_COMMAND || std::string("nbc").find(char(LOWORD(wp))) == std::string::npos) return FALSE;
     wz->DlgNext = LOWORD(wp) == 'b' ? wz->DlgCurrent - 1 : wz->DlgCurrent + 1 < wz->DlgCount ? wz->DlgCurrent + 1 : -1;
     return EndDialog(dialog, LOWORD(wp) == 'c' ? IDCANCEL : IDOK);
@@ -172,7 +166,7 @@ class DlgWizardReal : public ::testing::TestWithParam<RealWizardRow> {};
 TEST_P(DlgWizardReal, DrivenByPostedMoves) {
     DLGPROC procs[3] = {realStep, realStep, realStep};
     DLGWIZARD wz = {nullptr, 0, GetModuleHandleA(nullptr), "PrintAbortDialog\0PrintAbortDialog\0PrintAbortDialog\0", procs, 3, -1, 0};
-    gMoves = GetParam().moves, gShown.clear();
+    gMoves = GetParam().moves, gShown.clear(), gWizard = &wz;
     BOOL result = DlgDoDlgWizard(&wz);
     EXPECT_EQ(gShown + ", " + std::to_string(result), GetParam().shown) << "DlgDoDlgWizard with the moves " << GetParam().moves << ": the steps shown, the result";
 }

@@ -32,7 +32,6 @@ void OXLCALLBACK onDestroy(HWND) { gPrint->Note("hook:destroy"); }
 // `logged`: the prefixes of the calls compared; `calls`: what they were.
 struct Row { const char* name; ScriptedPrint::Replies replies; int sheets; DWORD flags; int how; WORD status; const char* logged; const char* calls; };
 #define JOB "hook:destroy CreateDCA DeleteDC SaveDC RestoreDC StartDocA StartPage EndPage EndDoc cb: MessageBoxA EnableWindow ep: DestroyWindow CreateDialogParamA Cancel DispatchMessageA SendMessageA"
-#define TEXTS "hook: EnableMenuItem SetWindowTextA SetDlgItemTextA UpdateWindow DestroyWindow"
 #define BINS "EndPage EndDoc ResetDCA bin:"
 #define OPEN "CreateDCA:drv,PDF,CUPS:PDF,null EnableWindow:256,0 CreateDialogParamA:PrintAbortDialog StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage"
 #define CLOSE "cb:ENDDOC EndDoc EnableWindow:256,1 DestroyWindow hook:destroy DeleteDC"
@@ -75,7 +74,7 @@ const Row kJobs[] = {
     {"NEXTBAND answered 0 ends the document normally", {}, 3, 0, kStopAtBand, 0, JOB, OPEN " " CLOSE},
     {"a command for no dialog stops nothing", {}, 1, PRINT_NO_DIALOG, kStrayCommand, 0, JOB, "CreateDCA:drv,PDF,CUPS:PDF,null StartDocA:Doc cb:STARTDOC StartPage cb:NEXTBAND EndPage cb:NEWFRAME cb:ENDDOC EndDoc DeleteDC"},
     // The dialog's texts, the sheet counter in control 802 ending one past the last sheet, its hooks.
-    {"texts, one sheet", {}, 1, 0, 0, 0, TEXTS, "SetWindowTextA:Title SetDlgItemTextA:800,Line 1 SetDlgItemTextA:801,Line 2 SetDlgItemTextA:803,PDF on CUPS:PDF" PAGE "1 UpdateWindow:2816 EnableMenuItem:1504,61536,1 hook:init, other message 0" PAGE "2 DestroyWindow hook:destroy"},
+    {"texts, one sheet", {}, 1, 0, 0, 0, "hook: EnableMenuItem SetWindowTextA SetDlgItemTextA UpdateWindow DestroyWindow", "SetWindowTextA:Title SetDlgItemTextA:800,Line 1 SetDlgItemTextA:801,Line 2 SetDlgItemTextA:803,PDF on CUPS:PDF" PAGE "1 UpdateWindow:2816 EnableMenuItem:1504,61536,1 hook:init, other message 0" PAGE "2 DestroyWindow hook:destroy"},
     {"texts, three sheets", {}, 3, 0, 0, 0, "SetDlgItemTextA:802", "SetDlgItemTextA:802,Printing Page: 1" PAGE "2" PAGE "3" PAGE "4"},
     {"texts, the host's number", {}, 2, 0, kHostNumber, 0, "SetDlgItemTextA:802", "SetDlgItemTextA:802,Printing Page: 7" PAGE "7" PAGE "7"},
     // Paper bins: ResetDCA after the first EndPage to the other bin, back to the first at a normal end, not after an abort.
@@ -108,13 +107,9 @@ INSTANTIATE_TEST_SUITE_P(Table, PrintJob, ::testing::ValuesIn(kJobs));
 // Slots of jobs on the contexts 1, 2, 3 and what AbortTest and PrintAbort answer outside a job.
 TEST(PrintJobSlots, GrowByTwoAndGoWhenEmpty) {
     HDC a = HDC(1), b = HDC(2), c = HDC(3);
-    PrintJobStateForDC(a)->nPage = 5, PrintJobStateForDC(b);
-    int two = PrintJobSlotCount(), four = (PrintJobStateForDC(c), PrintJobSlotCount());
-    EXPECT_EQ(std::vector<int>({two, four, PrintJobStateForDC(a)->nPage}), std::vector<int>({2, 4, 5})) << "slots for two jobs, for a third, the first job's page after the move";
-    PrintJobStateRelease(a), PrintJobStateRelease(b);
-    int left = PrintJobSlotCount(), none = (PrintJobStateRelease(c), PrintJobSlotCount());
-    EXPECT_EQ(std::vector<int>({left, none}), std::vector<int>({4, 0})) << "slots with one job left, with none";
-    EXPECT_EQ(PrintJobStateForDC(nullptr), nullptr);
+    const int slots[] = {(PrintJobStateForDC(a)->nPage = 5, PrintJobStateForDC(b), PrintJobSlotCount()), (PrintJobStateForDC(c), PrintJobSlotCount()), PrintJobStateForDC(a)->nPage,
+                         (PrintJobStateRelease(a), PrintJobStateRelease(b), PrintJobSlotCount()), (PrintJobStateRelease(c), PrintJobSlotCount()), PrintJobStateForDC(nullptr) != nullptr};
+    EXPECT_EQ(std::vector<int>(slots, slots + 6), std::vector<int>({2, 4, 5, 4, 0, 0})) << "slots for two jobs, for a third, the first job's page after the move, slots with one job left, with none, a slot for no context";
     const int answers[] = {AbortTest(nullptr, -4), PrintAbort(a), AbortTest(a, 0), AbortTest(a, -2), PrintJobStateForDC(a)->nAbortCode, AbortTest(a, 0)};
     EXPECT_EQ(std::vector<int>(answers, answers + 6), std::vector<int>({1, 1, 1, 0, -2, 0})) << "AbortTest(null, -4), PrintAbort(a), AbortTest(a, 0), AbortTest(a, -2), its code, AbortTest(a, 0)";
     PrintJobStateRelease(a);

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 namespace {
 
 // The host: logs each DrawPage and answers with `flags` in turn (MoreAcross,
@@ -16,7 +14,8 @@ LONG OXLCALLBACK drawPage(HDC, int code, RECT* band, LPARAM data, LPARAM r1, LPA
     Draw* d = reinterpret_cast<Draw*>(data);
     d->badArgs += r1 || r2 || r3;
     d->print->Note("draw:" + std::to_string(code) + "," + std::to_string(band->right) + "," + std::to_string(band->bottom) + "," + std::to_string(*across) + std::to_string(*down));
-    std::tie(*across, *down) = d->flags[std::min(size_t(d->calls++), d->flags.size() - 1)];
+    size_t i = std::min(size_t(d->calls++), d->flags.size() - 1);
+    *across = d->flags[i].first, *down = d->flags[i].second;
     return 0;
 }
 BOOL OXLCALLBACK nextPage(LPARAM data) { Draw* d = reinterpret_cast<Draw*>(data); return d->print->Note("next"), ++d->asked < d->pages; }
