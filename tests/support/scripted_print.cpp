@@ -81,10 +81,8 @@ int WINAPI endPage(HDC dc) {
     return code <= 0 && sP.abortProc && sP.abortProc(dc, code), result;
 }
 int WINAPI abortProc(HDC, ABORTPROC proc) { return sP.abortProc = proc, 1; }
-int WINAPI caps(HDC, int index) {
-    const std::map<int, int> kCaps = {{LOGPIXELSX, 96}, {LOGPIXELSY, 96}, {HORZRES, 1280}, {VERTRES, 1024}, {PHYSICALWIDTH, 850}, {PHYSICALHEIGHT, 1100}};
-    return int(reply("GetDeviceCaps:" + std::to_string(index), kCaps.count(index) ? kCaps.at(index) : 0));
-}
+const std::map<int, int> kCaps = {{LOGPIXELSX, 96}, {LOGPIXELSY, 96}, {HORZRES, 1280}, {VERTRES, 1024}, {PHYSICALWIDTH, 850}, {PHYSICALHEIGHT, 1100}};
+int WINAPI caps(HDC, int index) { return int(reply("GetDeviceCaps:" + std::to_string(index), kCaps.count(index) ? kCaps.at(index) : 0)); }
 int WINAPI escape(HDC dc, int code, int, LPCSTR in, LPVOID out) {
     int v = in ? *reinterpret_cast<const int*>(in) : 0;
     if (code == 8) return int(reply("Escape8:" + std::to_string(v), v == 9 || v == 12)); // QUERYESCSUPPORT: SETABORTPROC, GETPHYSPAGESIZE

@@ -9,25 +9,25 @@
 namespace {
 
 // The names the three context functions and PrintGetDefaultPrinter find,
-// "device|driver|port" or null for none; `fits` when they fit the contexts'
+// "driver,device,port" or null for none; `fits` when they fit the contexts'
 // buffer of 84 bytes.
 // The common dialog fails with an error code: the profile line is read.
 #define REFUSED {{"PrintDlgA", {0}}, {"CommDlgExtendedError", {1}}}
 struct NamesRow { const char* name; ScriptedPrint::Replies replies; std::vector<std::string> devNames; const char* line; const Language& language; const char* names; bool fits; };
-const std::string kLong(100, 'L'), kLongNames = kLong + "|" + kLong + "|" + kLong;
+const std::string kLong(100, 'L'), kLongNames = kLong + "," + kLong + "," + kLong;
 const NamesRow kNames[] = {
-    {"the dialog's DEVNAMES", {}, {"PS Printer", "PSCRIPT", "LPT1:"}, "A,B,C", kEnglish, "PS Printer|PSCRIPT|LPT1:", true},
-    {"the profile when the dialog fails with an error", {{"PrintDlgA", {0}}, {"CommDlgExtendedError", {0x1008}}}, {}, "PS Printer,PSCRIPT,LPT1:", kEnglish, "PS Printer|PSCRIPT|LPT1:", true},
-    {"blanks after the commas go", REFUSED, {}, "  PS Printer, PSCRIPT,\t LPT1:", kEnglish, "PS Printer|PSCRIPT|LPT1:", true},
-    {"trailing blanks stay", REFUSED, {}, "P ,D ,LPT1: ", kEnglish, "P |D |LPT1: ", true},
-    {"the port keeps further commas", REFUSED, {}, "P,D,FILE:,x", kEnglish, "P|D|FILE:,x", true},
+    {"the dialog's DEVNAMES", {}, {"PS Printer", "PSCRIPT", "LPT1:"}, "A,B,C", kEnglish, "PSCRIPT,PS Printer,LPT1:", true},
+    {"the profile when the dialog fails with an error", {{"PrintDlgA", {0}}, {"CommDlgExtendedError", {0x1008}}}, {}, "PS Printer,PSCRIPT,LPT1:", kEnglish, "PSCRIPT,PS Printer,LPT1:", true},
+    {"blanks after the commas go", REFUSED, {}, "  PS Printer, PSCRIPT,\t LPT1:", kEnglish, "PSCRIPT,PS Printer,LPT1:", true},
+    {"trailing blanks stay", REFUSED, {}, "P ,D ,LPT1: ", kEnglish, "D ,P ,LPT1: ", true},
+    {"the port keeps further commas", REFUSED, {}, "P,D,FILE:,x", kEnglish, "D,P,FILE:,x", true},
     {"one comma: no printer", REFUSED, {}, "P,D", kEnglish, nullptr, false},
     {"no comma", REFUSED, {}, "P", kEnglish, nullptr, false},
     {"an empty line", REFUSED, {}, "", kEnglish, nullptr, false},
     {"a refusal without an error doesn't reach the profile", {{"PrintDlgA", {0}}}, {}, "P,D,X", kEnglish, nullptr, false},
-    {"a refusal with a DEVNAMES block", {{"PrintDlgA", {0}}}, {"P", "D", "X"}, "A,B,C", kEnglish, "P|D|X", true},
+    {"a refusal with a DEVNAMES block", {{"PrintDlgA", {0}}}, {"P", "D", "X"}, "A,B,C", kEnglish, "D,P,X", true},
     {"no DEVNAMES block", {}, {}, "P,D,X", kEnglish, nullptr, false},
-    {"a comma as trail byte is no separator", REFUSED, {}, "\x81,x,D,P", kJapanese, "\x81,x|D|P", true},
+    {"a comma as trail byte is no separator", REFUSED, {}, "\x81,x,D,P", kJapanese, "D,\x81,x,P", true},
     {"names of 300 bytes: too long for a context's buffer", {}, {kLong, kLong, kLong}, "", kEnglish, kLongNames.c_str(), false},
 };
 class PrintDefault : public ::testing::TestWithParam<NamesRow> {};
@@ -38,13 +38,12 @@ TEST_P(PrintDefault, Names) {
     ScriptedPrint print(row.replies, row.devNames);
     DEVMODEA mode = {};
     for (HDC dc : {PrintCreateDefaultPrinterDC(), PrintCreateDefaultPrinterDCExt(&mode), PrintCreateDefaultPrinterIC()}) gOsl.graphics->DeleteDC(dc);
-    std::string names = row.names ? row.names : "untouched|untouched|untouched", device = names.substr(0, names.find('|'));
-    std::string args = names.substr(device.size() + 1, names.rfind('|') - device.size() - 1) + "," + device + "," + names.substr(names.rfind('|') + 1);
-    EXPECT_EQ(print.Calls("CreateDCA CreateICA PrintDlgA:1024"), row.fits ? "PrintDlgA:1024 CreateDCA:" + args + ",null PrintDlgA:1024 CreateDCA:" + args + ",0 PrintDlgA:1024 CreateICA:" + args + ",null" : "PrintDlgA:1024 PrintDlgA:1024 PrintDlgA:1024") << "the contexts made for " << row.name;
+    std::string names = row.names ? row.names : "untouched,untouched,untouched";
+    EXPECT_EQ(print.Calls("CreateDCA CreateICA PrintDlgA:1024"), row.fits ? "PrintDlgA:1024 CreateDCA:" + names + ",null PrintDlgA:1024 CreateDCA:" + names + ",0 PrintDlgA:1024 CreateICA:" + names + ",null" : "PrintDlgA:1024 PrintDlgA:1024 PrintDlgA:1024") << "the contexts made for " << row.name;
     char buffers[3][260] = {"untouched", "untouched", "untouched"}, alone[260] = "untouched";
     EXPECT_EQ(PrintGetDefaultPrinter(buffers[0], buffers[1], buffers[2]), row.names != nullptr) << "PrintGetDefaultPrinter: " << row.name;
     PrintGetDefaultPrinter(alone, nullptr, nullptr);
-    EXPECT_EQ(std::string(buffers[0]) + "|" + buffers[1] + "|" + buffers[2] + " alone: " + alone, names + " alone: " + device) << "PrintGetDefaultPrinter with three buffers, with the device's alone: " << row.name;
+    EXPECT_EQ(std::string(buffers[1]) + "," + buffers[0] + "," + buffers[2] + ", the device alone: " + alone, names + ", the device alone: " + buffers[0]) << "PrintGetDefaultPrinter with three buffers, with the device's alone: " << row.name;
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintDefault, ::testing::ValuesIn(kNames));
 
