@@ -93,16 +93,18 @@ int WINAPI clipBox(HDC, LPRECT r) { std::vector<long long> c = sP.replies.count(
 // MM_HIENGLISH at 100 pixels an inch, origins left at 0 for the measures.
 BOOL WINAPI toLogical(HDC, LPPOINT p, int n) { return std::transform(p, p + n, p, [](POINT q) { return POINT{q.x * 10, -q.y * 10}; }), TRUE; }
 BOOL WINAPI toDevice(HDC, LPPOINT p, int n) { return std::transform(p, p + n, p, [](POINT q) { return POINT{q.x / 10, -q.y / 10}; }), TRUE; }
-// The DEVNAMES block holds the names device, driver, port in this order.
+// A success brings a device mode; the DEVNAMES block holds the names device,
+// driver, port in this order.
 BOOL WINAPI printDlg(LPPRINTDLGA d) {
-    d->hDevMode = gOsl.memory->GlobalAlloc(GMEM_MOVEABLE, 156);
+    BOOL done = entry<"PrintDlgA", 1, BOOL>(d->Flags);
+    d->hDevMode = done ? gOsl.memory->GlobalAlloc(GMEM_MOVEABLE, 156) : nullptr;
     if (const std::vector<std::string>& n = sP.devNames; !n.empty()) {
         DEVNAMES head = {WORD(sizeof head + n[0].size() + 1), WORD(sizeof head), WORD(sizeof head + n[0].size() + n[1].size() + 2), 0};
         std::string block = std::string(reinterpret_cast<char*>(&head), sizeof head) + n[0] + '\0' + n[1] + '\0' + n[2] + '\0';
         d->hDevNames = gOsl.memory->GlobalAlloc(GMEM_MOVEABLE, block.size());
         std::memcpy(gOsl.memory->GlobalLock(d->hDevNames), block.data(), block.size()), gOsl.memory->GlobalUnlock(d->hDevNames);
     }
-    return entry<"PrintDlgA", 1, BOOL>(d->Flags);
+    return done;
 }
 BOOL WINAPI openPrinter(LPSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSA) { return *printer = reinterpret_cast<HANDLE>(0x9E), entry<"OpenPrinterA", 1, BOOL>(name); }
 // Level 2: driver "drv", port "CUPS:PDF", a device mode of "dmSize" bytes with 5 copies.

@@ -68,9 +68,6 @@ INSTANTIATE_TEST_SUITE_P(Table, DlgEnable, ::testing::ValuesIn(kEnables));
 // On Windows each row with a plain parent, or none, runs again with the abort
 // dialog made 200 by 100 on a real parent: the rectangle read back must be
 // where the scripted one moved to, inside the work area.
-#ifdef _WIN32
-INT_PTR WINAPI quiet(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
-#endif
 struct CentreRow { const char* name; RECT parent; bool iconic; LONG style; const char* move; };
 const CentreRow kCentres[] = {
     {"in the middle", {400, 300, 800, 700}, false, 0, "MoveWindow:272,500,450,200,100,1"},
@@ -98,7 +95,7 @@ TEST_P(DlgCentre, OnScreen) {
     RECT work, d = {}, p = row.parent;
     SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
     HWND parent = row.style < 0 ? nullptr : CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, p.left, p.top, p.right - p.left, p.bottom - p.top, nullptr, nullptr, nullptr, nullptr);
-    HWND dialog = CreateDialogParamA(GetModuleHandleA(nullptr), "PrintAbortDialog", parent, quiet, 0);
+    HWND dialog = CreateDialogParamA(GetModuleHandleA(nullptr), "PrintAbortDialog", parent, nullptr, 0);
     BOOL done = MoveWindow(dialog, 10, 10, 200, 100, FALSE) && DlgCenterDialog(dialog) && GetWindowRect(dialog, &d);
     std::string inside = d.left >= work.left && d.top >= work.top && d.right <= work.right && d.bottom <= work.bottom ? "" : ", not inside the work area";
     EXPECT_EQ(std::to_string(done) + ", MoveWindow:272," + std::to_string(d.left) + "," + std::to_string(d.top) + "," + std::to_string(d.right - d.left) + "," + std::to_string(d.bottom - d.top) + ",1" + inside, moved) << "DlgCenterDialog on real windows: " << row.name;
@@ -114,20 +111,16 @@ INSTANTIATE_TEST_SUITE_P(Table, DlgCentre, ::testing::ValuesIn(kCentres));
 const char* gMoves;
 std::string gShown;
 DLGWIZARD* gWizard;
-INT_PTR take(HWND dialog, char move) {
+INT_PTR take(char move) {
     gWizard->DlgNext = move == 'b' ? gWizard->DlgCurrent - 1 : gWizard->DlgCurrent + 1 < gWizard->DlgCount ? gWizard->DlgCurrent + 1 : -1;
-    INT_PTR answer = move == 'c' ? IDCANCEL : move == 'f' ? -1 : IDOK;
-#ifdef _WIN32
-    if (dialog) return EndDialog(dialog, answer);
-#endif
-    return dialog ? 0 : answer;
+    return move == 'c' ? IDCANCEL : move == 'f' ? -1 : IDOK;
 }
 INT_PTR WINAPI step([[maybe_unused]] HWND dialog, UINT message, [[maybe_unused]] WPARAM wp, LPARAM) {
     if (message == WM_INITDIALOG) gShown += char('0' + gWizard->DlgCurrent);
 #ifdef _WIN32
-    if (dialog) return message == WM_INITDIALOG ? PostMessageA(dialog, WM_COMMAND, *gMoves++, 0) : message == WM_COMMAND && std::string("nbcf").find(char(LOWORD(wp))) != std::string::npos && take(dialog, char(LOWORD(wp)));
+    if (dialog) return message == WM_INITDIALOG ? PostMessageA(dialog, WM_COMMAND, *gMoves++, 0) : message == WM_COMMAND && std::string("nbcf").find(char(LOWORD(wp))) != std::string::npos && EndDialog(dialog, take(char(LOWORD(wp))));
 #endif
-    return message == WM_INITDIALOG ? take(nullptr, *gMoves++) : FALSE;
+    return message == WM_INITDIALOG ? take(*gMoves++) : FALSE;
 }
 enum { kNullProc = 1, kNullNames = 2, kNullProcs = 4, kNullInstance = 8, kNullRecord = 16 };
 // `shown`: the steps shown, then the result.

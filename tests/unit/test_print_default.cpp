@@ -1,6 +1,7 @@
 // The default printer over a scripted common dialog, profile line and spooler.
 #include "print/print.h"
 #include "tests/unit/intl_env.h"
+#include "tests/support/scripted_osl.h"
 #include "tests/support/scripted_print.h"
 #include "tests/support/scripted_profile.h"
 
@@ -35,6 +36,7 @@ TEST_P(PrintDefault, Names) {
     const NamesRow& row = GetParam();
     IntlUnder language(row.language);
     ScriptedProfile profile({{"Windows", "Device", row.line}});
+    ScriptedHeap heap;
     ScriptedPrint print(row.replies, row.devNames);
     DEVMODEA mode = {};
     for (HDC dc : {PrintCreateDefaultPrinterDC(), PrintCreateDefaultPrinterDCExt(&mode), PrintCreateDefaultPrinterIC()}) gOsl.graphics->DeleteDC(dc);
@@ -43,6 +45,7 @@ TEST_P(PrintDefault, Names) {
     char buffers[3][260] = {"untouched", "untouched", "untouched"}, alone[260] = "untouched";
     EXPECT_EQ(PrintGetDefaultPrinter(buffers[0], buffers[1], buffers[2]), row.names != nullptr) << "PrintGetDefaultPrinter: " << row.name;
     PrintGetDefaultPrinter(alone, nullptr, nullptr);
+    EXPECT_EQ(heap.Outstanding(), 0) << "the common dialog's blocks are freed: " << row.name;
     EXPECT_EQ(std::string(buffers[1]) + "," + buffers[0] + "," + buffers[2] + ", the device alone: " + alone, names + ", the device alone: " + buffers[0]) << "PrintGetDefaultPrinter with three buffers, with the device's alone: " << row.name;
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintDefault, ::testing::ValuesIn(kNames));
