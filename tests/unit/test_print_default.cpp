@@ -1,85 +1,78 @@
 // The default printer over a scripted common dialog, profile line and spooler.
 #include "print/print.h"
 #include "tests/unit/intl_env.h"
+#include "tests/support/scripted_osl.h"
 #include "tests/support/scripted_print.h"
 #include "tests/support/scripted_profile.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 namespace {
 
 // The names the three context functions and PrintGetDefaultPrinter find,
-// "device|driver|port" or null for none; `fits` when they fit the contexts'
+// "driver,device,port" or null for none; `fits` when they fit the contexts'
 // buffer of 84 bytes.
-struct NamesRow { const char* name; ScriptedPrint::Script script; const char* line; const Language& language; const char* names; bool fits; };
-const std::string kLong(100, 'L'), kLongNames = kLong + "|" + kLong + "|" + kLong;
+// The common dialog fails with an error code: the profile line is read.
+#define REFUSED {{"PrintDlgA", {0}}, {"CommDlgExtendedError", {1}}}
+struct NamesRow { const char* name; ScriptedPrint::Replies replies; std::vector<std::string> devNames; const char* line; const Language& language; const char* names; bool fits; };
+const std::string kLong(100, 'L'), kLongNames = kLong + "," + kLong + "," + kLong;
 const NamesRow kNames[] = {
-    {"the dialog's DEVNAMES", {.devNames = {"PS Printer", "PSCRIPT", "LPT1:"}}, "A,B,C", kEnglish, "PS Printer|PSCRIPT|LPT1:", true},
-    {"the profile when the dialog fails with an error", {.printDlg = 0, .dialogError = 0x1008}, "PS Printer,PSCRIPT,LPT1:", kEnglish, "PS Printer|PSCRIPT|LPT1:", true},
-    {"blanks after the commas go", {.printDlg = 0, .dialogError = 1}, "  PS Printer, PSCRIPT,\t LPT1:", kEnglish, "PS Printer|PSCRIPT|LPT1:", true},
-    {"trailing blanks stay", {.printDlg = 0, .dialogError = 1}, "P ,D ,LPT1: ", kEnglish, "P |D |LPT1: ", true},
-    {"the port keeps further commas", {.printDlg = 0, .dialogError = 1}, "P,D,FILE:,x", kEnglish, "P|D|FILE:,x", true},
-    {"one comma: no printer", {.printDlg = 0, .dialogError = 1}, "P,D", kEnglish, nullptr, false},
-    {"no comma", {.printDlg = 0, .dialogError = 1}, "P", kEnglish, nullptr, false},
-    {"an empty line", {.printDlg = 0, .dialogError = 1}, "", kEnglish, nullptr, false},
-    {"a refusal without an error doesn't reach the profile", {.printDlg = 0}, "P,D,X", kEnglish, nullptr, false},
-    {"a refusal with a DEVNAMES block", {.printDlg = 0, .devNames = {"P", "D", "X"}}, "A,B,C", kEnglish, "P|D|X", true},
-    {"no DEVNAMES block", {}, "P,D,X", kEnglish, nullptr, false},
-    {"a comma as trail byte is no separator", {.printDlg = 0, .dialogError = 1}, "\x81,x,D,P", kJapanese, "\x81,x|D|P", true},
-    {"names of 300 bytes: too long for a context's buffer", {.devNames = {kLong, kLong, kLong}}, "", kEnglish, kLongNames.c_str(), false},
+    {"the dialog's DEVNAMES", {}, {"PS Printer", "PSCRIPT", "LPT1:"}, "A,B,C", kEnglish, "PSCRIPT,PS Printer,LPT1:", true},
+    {"the profile when the dialog fails with an error", {{"PrintDlgA", {0}}, {"CommDlgExtendedError", {0x1008}}}, {}, "PS Printer,PSCRIPT,LPT1:", kEnglish, "PSCRIPT,PS Printer,LPT1:", true},
+    {"blanks after the commas go", REFUSED, {}, "  PS Printer, PSCRIPT,\t LPT1:", kEnglish, "PSCRIPT,PS Printer,LPT1:", true},
+    {"trailing blanks stay", REFUSED, {}, "P ,D ,LPT1: ", kEnglish, "D ,P ,LPT1: ", true},
+    {"the port keeps further commas", REFUSED, {}, "P,D,FILE:,x", kEnglish, "D,P,FILE:,x", true},
+    {"one comma: no printer", REFUSED, {}, "P,D", kEnglish, nullptr, false},
+    {"no comma", REFUSED, {}, "P", kEnglish, nullptr, false},
+    {"an empty line", REFUSED, {}, "", kEnglish, nullptr, false},
+    {"a refusal without an error doesn't reach the profile", {{"PrintDlgA", {0}}}, {}, "P,D,X", kEnglish, nullptr, false},
+    {"a refusal with a DEVNAMES block", {{"PrintDlgA", {0}}}, {"P", "D", "X"}, "A,B,C", kEnglish, "D,P,X", true},
+    {"no DEVNAMES block", {}, {}, "P,D,X", kEnglish, nullptr, false},
+    {"a comma as trail byte is no separator", REFUSED, {}, "\x81,x,D,P", kJapanese, "D,\x81,x,P", true},
+    {"names of 300 bytes: too long for a context's buffer", {}, {kLong, kLong, kLong}, "", kEnglish, kLongNames.c_str(), false},
 };
 class PrintDefault : public ::testing::TestWithParam<NamesRow> {};
 TEST_P(PrintDefault, Names) {
     const NamesRow& row = GetParam();
     IntlUnder language(row.language);
     ScriptedProfile profile({{"Windows", "Device", row.line}});
-    ScriptedPrint print(row.script);
+    ScriptedHeap heap;
+    ScriptedPrint print(row.replies, row.devNames);
     DEVMODEA mode = {};
-    gOsl.graphics->DeleteDC(PrintCreateDefaultPrinterDC());
-    gOsl.graphics->DeleteDC(PrintCreateDefaultPrinterDCExt(&mode));
-    gOsl.graphics->DeleteDC(PrintCreateDefaultPrinterIC());
-    std::string contexts, names = row.names ? row.names : "untouched|untouched|untouched";
-    size_t bar = names.find('|'), bar2 = names.rfind('|');
-    std::string args = names.substr(bar + 1, bar2 - bar - 1) + "," + names.substr(0, bar) + "," + names.substr(bar2 + 1);
-    if (row.fits) contexts = "dc:" + args + ",0 dc:" + args + ",1 ic:" + args + ",0";
-    EXPECT_EQ(print.Calls({"dc:", "ic:"}), contexts) << "the contexts made for " << row.name;
-    char device[260] = "untouched", driver[260] = "untouched", port[260] = "untouched";
-    EXPECT_EQ(PrintGetDefaultPrinter(device, driver, port), row.names != nullptr) << "PrintGetDefaultPrinter: " << row.name;
-    EXPECT_EQ(std::string(device) + "|" + driver + "|" + port, names) << "PrintGetDefaultPrinter: " << row.name;
-    std::strcpy(device, "untouched");
-    PrintGetDefaultPrinter(device, nullptr, nullptr);
-    EXPECT_EQ(device, names.substr(0, bar)) << "PrintGetDefaultPrinter with the device buffer only: " << row.name;
-    EXPECT_EQ(print.Calls({"PrintDlgA"}).substr(0, 14), "PrintDlgA:1024") << "PD_RETURNDEFAULT asked: " << row.name;
+    for (HDC dc : {PrintCreateDefaultPrinterDC(), PrintCreateDefaultPrinterDCExt(&mode), PrintCreateDefaultPrinterIC()}) gOsl.graphics->DeleteDC(dc);
+    std::string names = row.names ? row.names : "untouched,untouched,untouched";
+    EXPECT_EQ(print.Calls("CreateDCA CreateICA PrintDlgA:1024"), row.fits ? "PrintDlgA:1024 CreateDCA:" + names + ",null PrintDlgA:1024 CreateDCA:" + names + ",0 PrintDlgA:1024 CreateICA:" + names + ",null" : "PrintDlgA:1024 PrintDlgA:1024 PrintDlgA:1024") << "the contexts made for " << row.name;
+    char buffers[3][260] = {"untouched", "untouched", "untouched"}, alone[260] = "untouched";
+    EXPECT_EQ(PrintGetDefaultPrinter(buffers[0], buffers[1], buffers[2]), row.names != nullptr) << "PrintGetDefaultPrinter: " << row.name;
+    PrintGetDefaultPrinter(alone, nullptr, nullptr);
+    EXPECT_EQ(heap.Outstanding(), 0) << "the common dialog's blocks are freed: " << row.name;
+    EXPECT_EQ(std::string(buffers[1]) + "," + buffers[0] + "," + buffers[2] + ", the device alone: " + alone, names + ", the device alone: " + buffers[0]) << "PrintGetDefaultPrinter with three buffers, with the device's alone: " << row.name;
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintDefault, ::testing::ValuesIn(kNames));
 
 // A printer's driver and port, and its default device mode: the size
 // DocumentPropertiesA gives, or the level 2 record's, or 156; the copy from
 // DocumentPropertiesA (3 copies) or from the level 2 record (5).
-struct DeviceRow { const char* name; const char* printer; ScriptedPrint::Script script; BOOL found; const char* driverPort; SIZE_T bytes; short copies; };
+struct DeviceRow { const char* name; ScriptedPrint::Replies replies; const char* device; const char* mode; };
 const DeviceRow kDevices[] = {
-    {"a printer", "PDF", {.levelTwoDevMode = 200}, 1, "drv|CUPS:PDF", 220, 3},
-    {"no such printer", "none", {}, 0, "untouched|untouched", 220, 3},
-    {"the level 2 read fails", "PDF", {.failGetPrinter = true, .devModeSize = -1}, 0, "untouched|untouched", 156, 3},
-    {"no size: the level 2 record's", "PDF", {.levelTwoDevMode = 200, .devModeSize = -1}, 1, "drv|CUPS:PDF", 200, 3},
-    {"no size, no level 2 device mode: 156", "PDF", {.devModeSize = -1}, 1, "drv|CUPS:PDF", 156, 3},
-    {"no copy: the level 2 record's", "PDF", {.levelTwoDevMode = 200, .devModeCopy = -1}, 1, "drv|CUPS:PDF", 220, 5},
+    {"a printer", {{"dmSize", {200}}}, "1|drv|CUPS:PDF OpenPrinterA:PDF ClosePrinter:158", "220 bytes, 3 copies"},
+    {"no such printer", {{"OpenPrinterA", {0}}}, "0|untouched|untouched OpenPrinterA:PDF", "220 bytes, 3 copies"},
+    {"the level 2 read fails", {{"GetPrinterA", {0}}, {"DocumentPropertiesA:0", {-1}}}, "0|untouched|untouched OpenPrinterA:PDF ClosePrinter:158", "156 bytes, 3 copies"},
+    {"no size: the level 2 record's", {{"dmSize", {200}}, {"DocumentPropertiesA:0", {-1}}}, "1|drv|CUPS:PDF OpenPrinterA:PDF ClosePrinter:158", "200 bytes, 3 copies"},
+    {"no size, no level 2 device mode: 156", {{"DocumentPropertiesA:0", {-1}}}, "1|drv|CUPS:PDF OpenPrinterA:PDF ClosePrinter:158", "156 bytes, 3 copies"},
+    {"no copy: the level 2 record's", {{"dmSize", {200}}, {"DocumentPropertiesA:2", {-1}}}, "1|drv|CUPS:PDF OpenPrinterA:PDF ClosePrinter:158", "220 bytes, 5 copies"},
 };
 class PrintDevice : public ::testing::TestWithParam<DeviceRow> {};
 TEST_P(PrintDevice, DriverPortAndMode) {
     const DeviceRow& row = GetParam();
-    ScriptedPrint print(row.script);
+    ScriptedPrint print(row.replies);
     char driver[260] = "untouched", port[260] = "untouched";
-    EXPECT_EQ(PrintGetDevice(row.printer, driver, port), row.found) << "PrintGetDevice: " << row.name;
-    EXPECT_EQ(std::string(driver) + "|" + port, row.driverPort) << "PrintGetDevice: " << row.name;
-    EXPECT_EQ(print.Calls({"ClosePrinter"}), row.printer[0] == 'P' ? "ClosePrinter:158" : "") << row.name;
+    BOOL found = PrintGetDevice("PDF", driver, port);
+    EXPECT_EQ(std::to_string(found) + "|" + driver + "|" + port + " " + print.Calls("OpenPrinterA ClosePrinter"), row.device) << "PrintGetDevice: " << row.name;
     HGLOBAL block = nullptr;
-    LPDEVMODEA mode = PrintDefaultDevMode(reinterpret_cast<HANDLE>(0x9E), const_cast<LPSTR>("PDF"), &block);
+    LPDEVMODEA mode = PrintDefaultDevMode(HANDLE(0x9E), const_cast<LPSTR>("PDF"), &block);
     ASSERT_NE(mode, nullptr) << "PrintDefaultDevMode: " << row.name;
-    EXPECT_EQ(gOsl.memory->GlobalSize(block), row.bytes) << "PrintDefaultDevMode's block: " << row.name;
-    EXPECT_EQ(mode->dmCopies, row.copies) << "PrintDefaultDevMode's copies: " << row.name;
+    EXPECT_EQ(std::to_string(gOsl.memory->GlobalSize(block)) + " bytes, " + std::to_string(mode->dmCopies) + " copies", row.mode) << "PrintDefaultDevMode: " << row.name;
     gOsl.memory->GlobalUnlock(block), gOsl.memory->GlobalFree(block);
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintDevice, ::testing::ValuesIn(kDevices));
