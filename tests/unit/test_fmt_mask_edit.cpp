@@ -91,8 +91,11 @@ TEST(FmtMaskEdit, TextFromElsewhere) {
         EXPECT_EQ(std::make_tuple(host.Text(), host.Modified(), host.setTextId), std::make_tuple(std::string(r.after), r.modified, WPARAM(r.msg == FMTM_SETTEXT && r.flags & FMTF_EDITNOTIFY ? 7 : 0)))
             << "message " << r.msg << " of \"" << r.text << "\" to \"" << r.mask << "\" with flags " << r.flags << " (text, modified, id)";
     }
+    EditHost host(kPhone, 0);
+    host.Set("(555)", 5, 5);
     char buf[8] = "x";
-    EXPECT_EQ(EditHost(kPhone, 0).Send(OSL_WM_GETTEXT, 0, reinterpret_cast<LPARAM>(buf)), 0) << "WM_GETTEXT into no room";
+    EXPECT_EQ(host.Send(OSL_WM_GETTEXT, 0, reinterpret_cast<LPARAM>(buf)), 0) << "WM_GETTEXT into no room";
+    EXPECT_STREQ(buf, "x") << "WM_GETTEXT into no room";
     EXPECT_EQ(gOsl.edit->GetWindowLongPtrA(nullptr, OSL_GWLP_WNDPROC), 0) << "no window, no procedure";
 }
 

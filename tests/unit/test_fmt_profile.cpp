@@ -177,8 +177,11 @@ TEST(FmtProfile, PlatformStore) {
         char old[256];
         gOsl.profile->GetProfileStringA(e.section.c_str(), e.key.c_str(), "\x01", old, sizeof old);
         saved.push_back(old);
-        gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), "stale"); // a value there, replaced
+        for (const char* first : {static_cast<const char*>(nullptr), "stale"}) // none, then one there to replace
+            gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), first);
         EXPECT_TRUE(gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), e.value.c_str())) << e.key;
+        gOsl.profile->GetProfileStringA(e.section.c_str(), e.key.c_str(), "", old, sizeof old);
+        EXPECT_STRNE(old, "stale") << e.key << " replaced";
     }
     std::string got = Read();
     for (size_t i = entries.size(); i-- > 0;)
