@@ -208,17 +208,6 @@ struct OslGraphicsService {
     OSL_API(GetPrinterA);
     OSL_API(DocumentPropertiesA);
 };
-#ifdef _WIN32
-/* Windows only: the list of printers, their forms and capabilities. */
-struct OslSpoolerService {
-    OSL_API(EnumPrintersA);
-    OSL_API(DeviceCapabilitiesA);
-    OSL_API(EnumFormsA);
-    OSL_API(GetFormA);
-    OSL_API(AddFormA);
-    OSL_API(DeleteFormA);
-};
-#endif
 #undef OSL_API
 
 /* The dialog utilities: edit fields, list and combo boxes, fonts, and files
@@ -324,9 +313,6 @@ struct OslServices {
     const OslFileService* file;
     const OslWindowService* window;
     const OslGraphicsService* graphics;
-#ifdef _WIN32
-    const OslSpoolerService* spooler;
-#endif
     /* the dialog utilities */
     const OslDialogService* dialog;
     /* the input filter's edit controls */

@@ -97,9 +97,6 @@ constexpr OslGraphicsService kGraphics = {
     SetWindowExtEx, SetViewportExtEx, SetBkMode, Rectangle,
     PrintDlgA, CommDlgExtendedError, OpenPrinterA, ClosePrinter, GetPrinterA, DocumentPropertiesA,
 };
-constexpr OslSpoolerService kSpooler = {
-    EnumPrintersA, DeviceCapabilitiesA, EnumFormsA, GetFormA, AddFormA, DeleteFormA,
-};
 // the input filter's edit controls
 constexpr OslEditService kEdit = {
     GetWindowLongPtrA, SetWindowLongPtrA, SendMessageA, CallWindowProcA, GetWindowTextLengthA, GetWindowTextA,
@@ -114,7 +111,7 @@ constexpr OslPrinterSetupService kPrinterSetup = {
 } // namespace
 
 constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt,
-                                &kProfile, &kFile, &kWindow, &kGraphics, &kSpooler,
+                                &kProfile, &kFile, &kWindow, &kGraphics,
                                 &kOslWin32Dialog, &kEdit,
                                 &kPrinterSetup};
 constinit OslServices gOsl = gOslNative;
