@@ -39,7 +39,6 @@ public:
     // "DocumentPropertiesA:MODE", "setup:1|0" (the Setup button).
     std::string Calls(std::initializer_list<const char*> prefixes) const;
     std::string Rows() const; // the list box's rows joined by "|"
-    const std::vector<Form>& Forms() const;
 
 private:
     OslServices m_saved;

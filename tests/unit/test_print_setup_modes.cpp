@@ -75,25 +75,25 @@ TEST_P(PrintDevMode, Request) {
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintDevMode, ::testing::ValuesIn(kModes));
 
-// The lists as "count: entry, entry": papers "code WxL name", bins "number name".
-std::string papers(LPCSTR device) {
-    HGLOBAL h[3] = {};
-    int n = PrintGetPageSizes(device, nullptr, "CUPS:PDF", nullptr, &h[0], &h[1], &h[2]), b = n;
+// The lists as "count: entry entry": papers "code WxL name", bins "number name".
+std::string entries(int n, std::initializer_list<HGLOBAL*> blocks, std::initializer_list<int> kinds) {
     std::string out = std::to_string(n) + ":";
     for (int i = 0; i < n; ++i) {
-        const LONG* size = static_cast<const LONG*>(gOsl.memory->GlobalLock(h[1])) + 2 * i;
-        out += " " + std::to_string(static_cast<const WORD*>(gOsl.memory->GlobalLock(h[0]))[i]) + " " + std::to_string(size[0]) + "x" +
-               std::to_string(size[1]) + " " + (static_cast<const char*>(gOsl.memory->GlobalLock(h[2])) + 64 * i);
+        auto kind = kinds.begin();
+        for (HGLOBAL* b : blocks) {
+            const char* at = static_cast<const char*>(gOsl.memory->GlobalLock(*b));
+            int k = *kind++; // 2 a code, 8 a size, else a name of that many bytes
+            out += " " + (k == 2 ? std::to_string(reinterpret_cast<const WORD*>(at)[i]) : k == 8 ? std::to_string(reinterpret_cast<const LONG*>(at)[2 * i]) + "x" +
+                          std::to_string(reinterpret_cast<const LONG*>(at)[2 * i + 1]) : std::string(at + k * i));
+        }
     }
-    HGLOBAL bins[2] = {};
-    n = PrintGetPaperBins(device, nullptr, "CUPS:PDF", nullptr, &bins[0], &bins[1]);
-    out += " | " + std::to_string(n) + ":";
-    for (int i = 0; i < n; ++i)
-        out += " " + std::to_string(static_cast<const WORD*>(gOsl.memory->GlobalLock(bins[0]))[i]) + " " +
-               (static_cast<const char*>(gOsl.memory->GlobalLock(bins[1])) + 24 * i);
-    for (HGLOBAL block : {h[0], h[1], h[2], bins[0], bins[1]})
-        EXPECT_EQ(block ? gOsl.memory->GlobalFree(block) : nullptr, nullptr) << "a block handed over is a live handle (" << device << ")";
-    return b > 0 || n > 0 || (!h[0] && !bins[0]) ? out : "handles stored without a count";
+    for (HGLOBAL* b : blocks) EXPECT_EQ(n > 0 ? gOsl.memory->GlobalFree(*b) : *b, nullptr) << "a handle for each list, and only with a count";
+    return out;
+}
+std::string papers(LPCSTR device) {
+    HGLOBAL c = nullptr, s = nullptr, n = nullptr, b = nullptr, bn = nullptr;
+    std::string out = entries(PrintGetPageSizes(device, nullptr, "CUPS:PDF", nullptr, &c, &s, &n), {&c, &s, &n}, {2, 8, 64});
+    return out + " | " + entries(PrintGetPaperBins(device, nullptr, "CUPS:PDF", nullptr, &b, &bn), {&b, &bn}, {2, 24});
 }
 struct ListRow { const char* name; Script script; const char* device; const char* lists; };
 const ListRow kLists[] = {
