@@ -75,8 +75,13 @@ BOOL forms(LPCSTR name, LPBYTE out, DWORD size, LPDWORD needed, DWORD* count) {
         r.pName = put(fs[i].name), r.Size = {fs[i].cx, fs[i].cy}, r.ImageableArea = {0, 0, fs[i].cx, fs[i].cy};
     });
 }
-BOOL WINAPI enumForms(HANDLE, DWORD, LPBYTE out, DWORD size, LPDWORD needed, LPDWORD count) { return forms(nullptr, out, size, needed, count); }
-BOOL WINAPI getForm(HANDLE, LPSTR name, DWORD, LPBYTE out, DWORD size, LPDWORD needed) { DWORD n; return forms(name, out, size, needed, &n); }
+BOOL WINAPI enumForms(HANDLE, DWORD level, LPBYTE out, DWORD size, LPDWORD needed, LPDWORD count) {
+    return level == 1 ? forms(nullptr, out, size, needed, count) : fail(124); // ERROR_INVALID_LEVEL
+}
+BOOL WINAPI getForm(HANDLE, LPSTR name, DWORD level, LPBYTE out, DWORD size, LPDWORD needed) {
+    DWORD n;
+    return level == 1 ? forms(name, out, size, needed, &n) : fail(124);
+}
 BOOL WINAPI addForm(HANDLE, DWORD, LPBYTE form) {
     const FORM_INFO_1A& f = *reinterpret_cast<FORM_INFO_1A*>(form);
     say("AddFormA", text(f.pName), std::to_string(f.Size.cx), std::to_string(f.Size.cy));
@@ -120,6 +125,7 @@ LRESULT WINAPI listMessage(UINT m, WPARAM w, LPARAM l) {
     if (m == 384) return rows.push_back(s), LRESULT(rows.size() - 1);
     if (m == 392) return sS.selected;
     if (m == 393) return std::strcpy(reinterpret_cast<char*>(l), rows[w].c_str()), LRESULT(rows[w].size());
+    if (m != 396 || w != WPARAM(-1)) return -1; // LB_SELECTSTRING from the start
     auto at = std::find_if(rows.begin(), rows.end(), [s](const auto& r) { return !strncasecmp(r.c_str(), s, std::strlen(s)); });
     return sS.selected = at == rows.end() ? -1 : at - rows.begin();
 }
