@@ -47,7 +47,7 @@ BOOL WINAPI enumPrinters(DWORD, LPSTR, DWORD, LPBYTE out, DWORD size, LPDWORD ne
     const auto& ps = sS.script.printers;
     size_t texts = 0;
     for (const auto& p : ps) texts += p.name.size() + p.driver.size() + p.ports.size() + 3;
-    return pack<PRINTER_INFO_2A>(out, size, needed, *count = DWORD(ps.size()), texts, [&ps](PRINTER_INFO_2A& r, size_t i, auto put) {
+    return pack<PRINTER_INFO_2A>(out, size, needed, *count = DWORD(ps.size()), texts, [&](PRINTER_INFO_2A& r, size_t i, auto put) {
         r.pPrinterName = put(ps[i].name), r.pDriverName = put(ps[i].driver), r.pPortName = put(ps[i].ports);
     });
 }
