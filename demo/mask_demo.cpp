@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-void SavePng(const char* file, int width, int height, const std::vector<unsigned char>& rgb); // mask_demo_png.cpp
+void SaveWindowPng(HWND window, const char* file); // mask_demo_png.cpp
 
 namespace {
 
@@ -103,26 +103,6 @@ void pump() {
     while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE)) TranslateMessage(&m), DispatchMessageA(&m);
 }
 
-// The window's pixels as the screen shows them.
-void shot(HWND top, const char* file) {
-    RECT r;
-    GetWindowRect(top, &r);
-    int width = r.right - r.left, height = r.bottom - r.top;
-    HDC screen = GetDC(nullptr), mem = CreateCompatibleDC(screen);
-    HBITMAP bmp = CreateCompatibleBitmap(screen, width, height);
-    HGDIOBJ old = SelectObject(mem, bmp);
-    BitBlt(mem, 0, 0, width, height, screen, r.left, r.top, SRCCOPY);
-    SelectObject(mem, old);
-    BITMAPINFO bi = {};
-    bi.bmiHeader.biSize = sizeof bi.bmiHeader, bi.bmiHeader.biWidth = width, bi.bmiHeader.biHeight = -height;
-    bi.bmiHeader.biPlanes = 1, bi.bmiHeader.biBitCount = 32, bi.bmiHeader.biCompression = BI_RGB;
-    std::vector<unsigned char> bgra(size_t(width) * height * 4), rgb;
-    GetDIBits(mem, bmp, 0, UINT(height), bgra.data(), &bi, DIB_RGB_COLORS);
-    for (size_t i = 0; i < bgra.size(); i += 4) rgb.insert(rgb.end(), {bgra[i + 2], bgra[i + 1], bgra[i]});
-    SavePng(file, width, height, rgb);
-    DeleteObject(bmp), DeleteDC(mem), ReleaseDC(nullptr, screen);
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -134,7 +114,7 @@ int main(int argc, char** argv) {
         }
         SetFocus(gFields[1].edit);
         for (int i = 0; i < 20; ++i) pump(), Sleep(50);
-        shot(top, argv[2]);
+        SaveWindowPng(top, argv[2]);
         DestroyWindow(top);
         return 0;
     }

@@ -1,5 +1,7 @@
 // A PNG of 8-bit RGB rows, written without a compressor: the image data is
-// a zlib stream of stored (uncompressed) blocks.
+// a zlib stream of stored (uncompressed) blocks; and a window's pixels saved so.
+#include <windows.h>
+
 #include <cstdio>
 #include <cstdint>
 #include <vector>
@@ -56,4 +58,24 @@ void SavePng(const char* file, int width, int height, const std::vector<unsigned
     std::fwrite(sig, 1, 8, f);
     chunk(f, "IHDR", ihdr), chunk(f, "IDAT", z), chunk(f, "IEND", {});
     std::fclose(f);
+}
+
+// The window's pixels as the screen shows them.
+void SaveWindowPng(HWND window, const char* file) {
+    RECT r;
+    GetWindowRect(window, &r);
+    int width = r.right - r.left, height = r.bottom - r.top;
+    HDC screen = GetDC(nullptr), mem = CreateCompatibleDC(screen);
+    HBITMAP bmp = CreateCompatibleBitmap(screen, width, height);
+    HGDIOBJ old = SelectObject(mem, bmp);
+    BitBlt(mem, 0, 0, width, height, screen, r.left, r.top, SRCCOPY);
+    SelectObject(mem, old);
+    BITMAPINFO bi = {};
+    bi.bmiHeader.biSize = sizeof bi.bmiHeader, bi.bmiHeader.biWidth = width, bi.bmiHeader.biHeight = -height;
+    bi.bmiHeader.biPlanes = 1, bi.bmiHeader.biBitCount = 32, bi.bmiHeader.biCompression = BI_RGB;
+    std::vector<unsigned char> bgra(size_t(width) * height * 4), rgb;
+    GetDIBits(mem, bmp, 0, UINT(height), bgra.data(), &bi, DIB_RGB_COLORS);
+    for (size_t i = 0; i < bgra.size(); i += 4) rgb.insert(rgb.end(), {bgra[i + 2], bgra[i + 1], bgra[i]});
+    SavePng(file, width, height, rgb);
+    DeleteObject(bmp), DeleteDC(mem), ReleaseDC(nullptr, screen);
 }

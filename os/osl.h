@@ -208,17 +208,6 @@ struct OslGraphicsService {
     OSL_API(GetPrinterA);
     OSL_API(DocumentPropertiesA);
 };
-#ifdef _WIN32
-/* Windows only: the list of printers, their forms and capabilities. */
-struct OslSpoolerService {
-    OSL_API(EnumPrintersA);
-    OSL_API(DeviceCapabilitiesA);
-    OSL_API(EnumFormsA);
-    OSL_API(GetFormA);
-    OSL_API(AddFormA);
-    OSL_API(DeleteFormA);
-};
-#endif
 #undef OSL_API
 
 /* The dialog utilities: edit fields, list and combo boxes, fonts, and files
@@ -288,6 +277,30 @@ enum OslEditKey : UINT { OSL_VK_SHIFT = 16, OSL_VK_END = 35, OSL_VK_HOME = 36, O
 enum OslWindowWord : int { OSL_GWLP_WNDPROC = -4, OSL_GWLP_ID = -12 };
 #define OSL_EN_CHANGE 0x0300
 
+/* The printer setup dialog, device modes, custom forms and paper queries:
+ * the list of printers, a device's capabilities, a printer's forms, and the
+ * few window calls of the setup dialog (its end, its property, the cursor,
+ * a caption). On Windows the entries are the API functions; POSIX has no
+ * printers and no windows, and its entries answer as the API fails. */
+#define OSL_API(name) decltype(&::name) name
+struct OslPrinterSetupService {
+    OSL_API(EnumPrintersA);
+    OSL_API(DeviceCapabilitiesA);
+    OSL_API(EnumFormsA);
+    OSL_API(GetFormA);
+    OSL_API(AddFormA);
+    OSL_API(DeleteFormA);
+    OSL_API(GetLastError);
+    OSL_API(EndDialog);
+    OSL_API(SetPropA);
+    OSL_API(GetPropA);
+    OSL_API(RemovePropA);
+    OSL_API(SetCursor);
+    OSL_API(LoadCursorA);
+    OSL_API(GetWindowTextA);
+};
+#undef OSL_API
+
 /* The backend in force, one table per service. */
 struct OslServices {
     const OslSyncService* sync;
@@ -300,13 +313,12 @@ struct OslServices {
     const OslFileService* file;
     const OslWindowService* window;
     const OslGraphicsService* graphics;
-#ifdef _WIN32
-    const OslSpoolerService* spooler;
-#endif
     /* the dialog utilities */
     const OslDialogService* dialog;
     /* the input filter's edit controls */
     const OslEditService* edit;
+    /* the printer setup dialog, device modes, forms and paper queries */
+    const OslPrinterSetupService* printerSetup;
 };
 
 extern OslServices gOsl;

@@ -7,6 +7,8 @@
 
 #include <oxlrt31/print.h>
 
+#include "os/osl.h" /* the spooler's records */
+
 /* The default printer's names, pointers into `buffer` (`size` bytes): from
  * the common dialog, or from the profile line "device,driver,port" when the
  * dialog fails with an error. 1 when found; all three null otherwise. A
@@ -16,8 +18,6 @@ BOOL PrintDefaultNames(LPSTR buffer, DWORD size, LPSTR* device, LPSTR* driver, L
  * locked movable block whose handle goes to *block; null when none. */
 LPDEVMODEA PrintDefaultDevMode(HANDLE printer, LPSTR name, HGLOBAL* block);
 
-/* Forgets the printer setup the user last chose in this process (unload). */
-void PrtClearSaved(void);
 
 /* The driver's callback, by the platform's old escape numbers. */
 enum { PRINT_NEWFRAME = 1, PRINT_NEXTBAND = 3, PRINT_STARTDOC = 10, PRINT_ENDDOC = 11 };
@@ -61,5 +61,66 @@ void PrintJobShowPage(PrintJobState* s);
 /* Enables the windows the job disabled and closes its dialog, if open. */
 void PrintJobCloseDialog(PrintJobState* s);
 BOOL OXLCALLBACK PrintJobYield(LONG value);
+
+/* ---- the printer setup dialog, device modes, forms, paper queries ---- */
+
+enum { PRINT_NAME_BYTES = 260 };
+
+/* The printer's level 2 record in a block of the library's heap (MemFree);
+ * null when it can't be read. */
+PRINTER_INFO_2A* PrintPrinterInfo(HANDLE printer);
+/* dmSize + dmDriverExtra of the printer's level 2 device mode, 156 when it
+ * has none or can't be read. */
+LONG PrintDevModeHint(HANDLE printer);
+/* A new movable block with the bytes of `from`; null when `from` is null or
+ * memory is out. */
+HGLOBAL PrintCopyBlock(HGLOBAL from);
+/* Copies `name` into a buffer of PRINT_NAME_BYTES, cut to fit; null out or
+ * name do nothing and nothing, respectively. */
+void PrintCopyName(LPSTR out, LPCSTR name);
+
+/* The setup the user last confirmed in this process, under the main region:
+ * stored with the driver and port the spooler gives for `device` (written
+ * into `driver` and `port`), fetched as a new copy of its device mode when
+ * all three names match; PrtClearSaved forgets it (unload). */
+void PrintSetupStore(LPCSTR device, LPSTR driver, LPSTR port, HGLOBAL mode);
+HGLOBAL PrintSetupFetch(LPCSTR device, LPSTR driver, LPSTR port);
+
+/* One run of the setup dialog; found from the dialog by its property. */
+struct PrintSetupData {
+    HWND hDialog;
+    HWND hOwner;
+    HGLOBAL* phDevMode;     /* the caller's handle */
+    HGLOBAL hStartDevMode;  /* the caller's, or a copy of the saved setup's */
+    LPSTR lpDevice, lpDriver, lpPort;
+    HGLOBAL hWorkDevMode;   /* the dialog's own; 0 once another printer is picked */
+    DWORD bSkipNone;
+    char szDevice[PRINT_NAME_BYTES], szDriver[PRINT_NAME_BYTES], szPort[PRINT_NAME_BYTES];
+    HWND hList, hSetup;
+    HINSTANCE hMsgInstance; /* source of the message after a changed driver dialog */
+    DWORD dwMsgId;
+};
+/* The spooler's printers at `level` in a new block of the library's heap
+ * (*out, *size bytes): their count; 0 when the spooler has none; -1 when
+ * they can't be read. */
+int PrintEnumPrinters(DWORD flags, LPSTR name, DWORD level, LPBYTE* out, DWORD* size);
+/* "FORMAT" with its first two "%s" replaced by a and b, any other byte
+ * copied as it stands, cut to `size` bytes. */
+void PrintFormatPair(LPSTR out, size_t size, LPCSTR format, LPCSTR a, LPCSTR b);
+/* Calls `part` for each port of a spooler's port list: cut at commas (never
+ * a trail byte), blanks after a comma skipped, empty ports and, when `none`
+ * is given, ports equal to it left out. */
+void PrintEachPort(LPCSTR ports, LPCSTR none, void (*part)(LPCSTR port, void* data), void* data);
+void PrintFillPrinterList(PrintSetupData* d);
+BOOL PrintSelectedPrinter(PrintSetupData* d);
+void PrintRunDriverSetup(PrintSetupData* d);
+
+/* 1 when `printer` has a form of exactly cx by cy thousandths of a
+ * millimetre: its record in *form, its place in the list in *index (0 when
+ * none). */
+BOOL PrintFindForm(HANDLE printer, FORM_INFO_1A* form, LONG cx, LONG cy, DWORD* index);
+/* The custom size of a request on the open printer's device mode `mode`. */
+void PrintApplyCustomSize(HANDLE printer, LPCSTR device, LPCSTR driver, LPDEVMODEA mode, WORD orientation,
+                          LONG width, LONG height, WORD bin);
 
 #endif

@@ -50,25 +50,7 @@ BOOL fromDevNames(HGLOBAL names, LPSTR buffer, DWORD size, LPSTR* device, LPSTR*
     return fits;
 }
 
-// The printer's level 2 record in a block of the library's heap; null when
-// it can't be read.
-PRINTER_INFO_2A* printerInfo(HANDLE printer) {
-    DWORD bytes = 0;
-    gOsl.graphics->GetPrinterA(printer, 2, nullptr, 0, &bytes);
-    void* block = bytes ? MemAlloc(bytes) : nullptr;
-    if (block && gOsl.graphics->GetPrinterA(printer, 2, static_cast<LPBYTE>(block), bytes, &bytes)) return static_cast<PRINTER_INFO_2A*>(block);
-    MemFree(block);
-    return nullptr;
-}
 DWORD devModeBytes(const DEVMODEA* mode) { return mode ? DWORD(mode->dmSize) + mode->dmDriverExtra : 0; }
-
-void copyName(LPSTR out, LPCSTR name) {
-    if (!out) return;
-    size_t n = std::strlen(name ? name : "");
-    n = n < kNameBytes ? n : kNameBytes - 1;
-    std::memcpy(out, name, n);
-    out[n] = 0;
-}
 
 HDC open(bool information, const DEVMODEA* mode) {
     char buffer[84];
@@ -79,6 +61,30 @@ HDC open(bool information, const DEVMODEA* mode) {
 }
 
 } // namespace
+
+PRINTER_INFO_2A* PrintPrinterInfo(HANDLE printer) {
+    DWORD bytes = 0;
+    gOsl.graphics->GetPrinterA(printer, 2, nullptr, 0, &bytes);
+    void* block = bytes ? MemAlloc(bytes) : nullptr;
+    if (block && gOsl.graphics->GetPrinterA(printer, 2, static_cast<LPBYTE>(block), bytes, &bytes)) return static_cast<PRINTER_INFO_2A*>(block);
+    MemFree(block);
+    return nullptr;
+}
+
+LONG PrintDevModeHint(HANDLE printer) {
+    PRINTER_INFO_2A* info = PrintPrinterInfo(printer);
+    DWORD hint = info ? devModeBytes(info->pDevMode) : 0;
+    MemFree(info);
+    return LONG(hint ? hint : kDefaultDevModeBytes);
+}
+
+void PrintCopyName(LPSTR out, LPCSTR name) {
+    if (!out) return;
+    size_t n = std::strlen(name ? name : "");
+    n = n < kNameBytes ? n : kNameBytes - 1;
+    std::memcpy(out, name ? name : "", n);
+    out[n] = 0;
+}
 
 BOOL PrintDefaultNames(LPSTR buffer, DWORD size, LPSTR* device, LPSTR* driver, LPSTR* port) {
     *device = *driver = *port = nullptr;
@@ -97,11 +103,10 @@ BOOL PrintDefaultNames(LPSTR buffer, DWORD size, LPSTR* device, LPSTR* driver, L
 }
 
 LPDEVMODEA PrintDefaultDevMode(HANDLE printer, LPSTR name, HGLOBAL* block) {
-    PRINTER_INFO_2A* info = printerInfo(printer);
-    DWORD hint = info ? devModeBytes(info->pDevMode) : 0;
-    MemFree(info);
+    LONG hint = PrintDevModeHint(printer);
     LONG bytes = gOsl.graphics->DocumentPropertiesA(nullptr, printer, name, nullptr, nullptr, 0);
-    if (bytes < 0) bytes = LONG(hint ? hint : kDefaultDevModeBytes);
+    if (bytes < 0) bytes = hint;
+    PRINTER_INFO_2A* info;
     *block = gOsl.memory->GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, SIZE_T(bytes));
     LPDEVMODEA mode = *block ? static_cast<LPDEVMODEA>(gOsl.memory->GlobalLock(*block)) : nullptr;
     if (!mode) {
@@ -109,7 +114,7 @@ LPDEVMODEA PrintDefaultDevMode(HANDLE printer, LPSTR name, HGLOBAL* block) {
         *block = nullptr;
         return nullptr;
     }
-    if (gOsl.graphics->DocumentPropertiesA(nullptr, printer, name, mode, nullptr, DM_OUT_BUFFER) < 0 && (info = printerInfo(printer))) {
+    if (gOsl.graphics->DocumentPropertiesA(nullptr, printer, name, mode, nullptr, DM_OUT_BUFFER) < 0 && (info = PrintPrinterInfo(printer))) {
         DWORD have = devModeBytes(info->pDevMode);
         std::memcpy(mode, info->pDevMode, have < DWORD(bytes) ? have : DWORD(bytes));
         MemFree(info);
@@ -125,15 +130,15 @@ BOOL OXLAPI PrintGetDefaultPrinter(LPSTR device, LPSTR driver, LPSTR port) {
     char buffer[3 * kNameBytes];
     LPSTR d, r, p;
     if (!PrintDefaultNames(buffer, sizeof buffer, &d, &r, &p)) return FALSE;
-    copyName(device, d), copyName(driver, r), copyName(port, p);
+    PrintCopyName(device, d), PrintCopyName(driver, r), PrintCopyName(port, p);
     return TRUE;
 }
 
 BOOL OXLAPI PrintGetDevice(LPCSTR name, LPSTR driver, LPSTR port) {
     HANDLE printer = nullptr;
     if (!gOsl.graphics->OpenPrinterA(const_cast<LPSTR>(name), &printer, nullptr)) return FALSE;
-    PRINTER_INFO_2A* info = printerInfo(printer);
-    if (info) copyName(driver, info->pDriverName), copyName(port, info->pPortName);
+    PRINTER_INFO_2A* info = PrintPrinterInfo(printer);
+    if (info) PrintCopyName(driver, info->pDriverName), PrintCopyName(port, info->pPortName);
     MemFree(info);
     gOsl.graphics->ClosePrinter(printer);
     return info != nullptr;

@@ -152,6 +152,56 @@ BOOL OXLAPI PrintAbort(HDC dc);
 /* The dialog procedure of the abort dialog PrintAbortDialog. */
 INT_PTR OXLAPI DlgFnAbort(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
+/* ---- the printer setup dialog, device modes, paper queries ----
+ * Lengths: thousandths of an inch in requests, tenths of a millimetre in
+ * device modes and in the paper queries' answers. Memory handles returned
+ * are unlocked movable blocks that the caller frees with GlobalFree. */
+
+/* PrintPrinterSetupExt(owner, devMode, device, driver, port, text, 0, 0, 0). */
+BOOL OXLAPI PrintPrinterSetup(HWND owner, HGLOBAL* devMode, LPSTR device, LPSTR driver, LPSTR port, LPCSTR text);
+/* Lets the user pick a printer, a port and the driver's settings in the
+ * dialog PRTSETUP. device, driver, port: buffers of 260 bytes, read and
+ * written. Non-zero when the user confirmed a change: *devMode is then a new
+ * handle (the old one freed), the names are the chosen ones, and the process
+ * starts later setups for that printer from the choice. skipNone: ports
+ * named "None" are not listed; messageId, from messageInstance: a text shown
+ * when the driver's dialog changed the settings. `text` has no effect. */
+BOOL OXLAPI PrintPrinterSetupExt(HWND owner, HGLOBAL* devMode, LPSTR device, LPSTR driver, LPSTR port, LPCSTR text,
+                                 BOOL skipNone, HINSTANCE messageInstance, UINT messageId);
+/* The dialog procedure of PRTSETUP. */
+INT_PTR OXLAPI PrintPrinterSetupDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+/* 1 when the printer `device` can be opened (its settings can be edited). */
+BOOL OXLAPI PrintCanDoPrinterSetup(HWND ignored, LPCSTR device);
+/* Forgets the setup the user last confirmed in this process. */
+void OXLAPI PrtClearSaved(void);
+
+/* A device mode for the printer `device` with the paper asked for:
+ * orientation 0 portrait, other landscape; paper 0 keeps the paper, 256 is
+ * a custom size of width by height thousandths of an inch (registered as
+ * the printer form "OxleeCustomForm" where the system has forms), another
+ * value a paper code of the printer; bin: the paper source. Starts from the
+ * setup last confirmed for that printer, else from its default; driver and
+ * port (260 bytes) are overwritten with the spooler's. 0 when the printer
+ * can't be opened. */
+HGLOBAL OXLAPI PrintGetDevMode(WORD orientation, LPCSTR device, LPSTR driver, LPSTR port, WORD paper, LONG width,
+                               LONG height, WORD bin);
+
+/* The papers of a printer under `mode` (null: its default): codes (WORD
+ * each), sizes (two LONGs each: width, length) and names (64 bytes each).
+ * The count; -1 when the lists can't be had; 0 when the printer can't be
+ * opened. No handle is stored unless the count is above 0. */
+int OXLAPI PrintGetPageSizes(LPCSTR device, LPCSTR ignored, LPCSTR port, const DEVMODEA* mode, HGLOBAL* codes,
+                             HGLOBAL* sizes, HGLOBAL* names);
+/* The paper bins the same way: numbers (WORD each, dmDefaultSource values)
+ * and names (24 bytes each). */
+int OXLAPI PrintGetPaperBins(LPCSTR device, LPCSTR ignored, LPCSTR port, const DEVMODEA* mode, HGLOBAL* numbers,
+                             HGLOBAL* names);
+/* The paper of `mode` (null: the default) on the printer: its code into
+ * *paper when it has one, its size, and its printable rectangle, y counted
+ * downwards. 1, or 0 with no size and no rectangle stored. */
+BOOL OXLAPI PageGetPageInfo(LPCSTR driver, LPCSTR device, LPCSTR port, const DEVMODEA* mode, WORD* paper,
+                            SIZE* size, RECT* printable);
+
 OXL_EXTERN_C_END
 
 #endif

@@ -466,11 +466,15 @@ constexpr OslWindowService kWindow = {messageBox, none, activeWindow, none, none
 constexpr OslGraphicsService kGraphics = {none, none, none, none, none, none, none, none, none, none, none, none,
                                           none, none, none, none, none, none, none, none, none, none, none,
                                           none, none, none, none, none, none};
+// the printer setup dialog, device modes, forms and paper queries
+constexpr OslPrinterSetupService kPrinterSetup = {none, none, none, none, none, none, none,
+                                                  none, none, none, none, none, none, none};
 
 } // namespace
 
 constexpr OslServices gOslNative = {&kSync, &kMemory, &kOslPosixShared, &kSystem, &kText, &kCrt, &kOslPosixProfile, &kFile, &kWindow, &kGraphics,
-                                    &kOslPosixDialog, &kOslPosixEdit};
+                                    &kOslPosixDialog, &kOslPosixEdit,
+                                    &kPrinterSetup};
 constinit OslServices gOsl = gOslNative;
 
 // No system notification tells a shared object that it was loaded; the

@@ -97,20 +97,23 @@ constexpr OslGraphicsService kGraphics = {
     SetWindowExtEx, SetViewportExtEx, SetBkMode, Rectangle,
     PrintDlgA, CommDlgExtendedError, OpenPrinterA, ClosePrinter, GetPrinterA, DocumentPropertiesA,
 };
-constexpr OslSpoolerService kSpooler = {
-    EnumPrintersA, DeviceCapabilitiesA, EnumFormsA, GetFormA, AddFormA, DeleteFormA,
-};
 // the input filter's edit controls
 constexpr OslEditService kEdit = {
     GetWindowLongPtrA, SetWindowLongPtrA, SendMessageA, CallWindowProcA, GetWindowTextLengthA, GetWindowTextA,
     GetParent, MessageBeep, GetKeyState, CreateWindowExA, DestroyWindow,
 };
+// the printer setup dialog, device modes, forms and paper queries
+constexpr OslPrinterSetupService kPrinterSetup = {
+    EnumPrintersA, DeviceCapabilitiesA, EnumFormsA, GetFormA, AddFormA, DeleteFormA, GetLastError,
+    EndDialog, SetPropA, GetPropA, RemovePropA, SetCursor, LoadCursorA, GetWindowTextA,
+};
 
 } // namespace
 
 constexpr OslServices gOslNative = {&kSync, &kMemory, &kShared, &kSystem, &kText, &kCrt,
-                                &kProfile, &kFile, &kWindow, &kGraphics, &kSpooler,
-                                &kOslWin32Dialog, &kEdit};
+                                &kProfile, &kFile, &kWindow, &kGraphics,
+                                &kOslWin32Dialog, &kEdit,
+                                &kPrinterSetup};
 constinit OslServices gOsl = gOslNative;
 
 // Windows tells the library of load, unload and thread exit through DllMain.

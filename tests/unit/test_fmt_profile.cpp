@@ -167,7 +167,8 @@ TEST(FmtProfile, InitCntlBlock) {
 // FMTGetProfileIntl and puts back what was there (a missing key is removed
 // again). Names of another case, numbers with a sign or letters behind them, and a value
 // in quotes in the library's own section (the system keeps "intl" elsewhere
-// than in win.ini, and takes its values as they stand).
+// than in win.ini, and takes its values as they stand). Then sections
+// removed. One test, as the store is one file for every process.
 TEST(FmtProfile, PlatformStore) {
     std::vector<ProfileEntry> entries = Entries("iCountry=49|sShortDate=dd.MM.yyyy|sLongDate=dddd', 'd'. 'MMMM yyyy|sThousand=."
         "|iCurrency=3|s1159=|sCurrency=kr|iDigits=3x|iCurrDigits=+4|iNegCurr=-2|X:sDateType=\"JapanEmperor\"|X:iEmpDateBoundryCheck=1");
@@ -189,11 +190,7 @@ TEST(FmtProfile, PlatformStore) {
     ExpectFields(got, "iCountry=49|sShortDate=dd.MM.yyyy|sLongDate=dddd, d. MMMM yyyy|chThousand=.|chDecimal=,|bCurrencySpace=1"
                       "|bCurrencySuffix=1|iDigits=3|iCurrDigits=4|iNegCurr=4294967294|s1159=AM|sCurrency=kr|iDateType=3|iEmpDateBoundryCheck=1",
                  "the platform's store");
-}
-
-// Sections removed from the store: an empty one goes alone, up to the next
-// section's header; the same on the real system and the POSIX backend.
-TEST(FmtProfile, StoreRemovesSections) {
+    // Sections removed: an emptied one goes alone, up to the next one's header.
     auto put = [](const char* s, const char* k, const char* v) { gOsl.profile->WriteProfileStringA(s, k, v); };
     auto get = [](const char* s) { char v[8]; gOsl.profile->GetProfileStringA(s, "k", "-", v, sizeof v); return std::string(v); };
     put("oxlA", "k", "1"), put("oxlB", "k", "2"), put("oxlA", "k", nullptr), put("oxlA", nullptr, nullptr);

@@ -506,6 +506,10 @@ constexpr Command kCommands[] = {
     {"print", OxlPrint, 0, -1, "[TEXT...]",
      "a sample document through PagePrint to the default printer (a page of 15\n"
      "                  by 21 inches tiled over the sheets, framed, two copies), or lines of TEXT"},
+    // the printer setup dialog and paper queries (oxl_setup.cpp)
+    {"papers", OxlPapers, 0, 0, "", "the default printer's papers and bins with their sizes, and its default paper"},
+    {"setup", OxlSetup, 0, 2, "[--shot F]", "the printer setup dialog on the default printer (Windows); --shot FILE.png:\n"
+                                            "                  the dialog saved as a picture, then cancelled"},
 };
 
 void usage(FILE* to) {

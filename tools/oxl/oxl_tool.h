@@ -16,4 +16,8 @@ int OxlDate(int argc, char** argv);
 int OxlPrinters(int argc, char** argv);
 int OxlPrint(int argc, char** argv);
 
+// oxl papers, oxl setup [--shot FILE.png] (tools/oxl/oxl_setup.cpp).
+int OxlPapers(int argc, char** argv);
+int OxlSetup(int argc, char** argv);
+
 #endif
