@@ -57,11 +57,29 @@ void EditHost::Set(const char* text, WORD s, WORD e) {
 
 LRESULT EditHost::Send(UINT msg, WPARAM w, LPARAM l) { return gOsl.edit->SendMessageA(m_edit, msg, w, l); }
 
+void EditHost::Key(char k, bool withShift) {
+    static const UINT kKeys[] = {0, OSL_VK_LEFT, OSL_VK_RIGHT, OSL_VK_HOME, OSL_VK_END, OSL_VK_END, OSL_VK_HOME};
+    shift = withShift || k == 5 || k == 6;
+    if (k >= 1 && k <= 6) Send(OSL_WM_KEYDOWN, kKeys[int(k)], 1);
+    else if (k == 0x7f) Send(OSL_WM_KEYDOWN, OSL_VK_DELETE, 1);
+    else if (k == 0x0e || k == 0x0f) Send(k == 0x0e ? OSL_WM_CHAR : OSL_WM_CLEAR, k == 0x0e ? 8 : 0, 0);
+    else Send(OSL_WM_CHAR, BYTE(k), 1);
+    shift = false;
+}
+
 std::string EditHost::Text() const {
     char buf[1024] = "";
     gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_WM_GETTEXT, sizeof buf, reinterpret_cast<LPARAM>(buf));
     return buf;
 }
+LONG Unmask(const char* text, const char* mask, char* out) {
+    std::vector<char> own(out ? 0 : std::strlen(text) + 1);
+    FMTCNTLBLOCK b;
+    FMTInitCntlBlock(&b);
+    b.lpszInput = const_cast<char*>(text), b.lpszPicture = const_cast<char*>(mask), b.lpszOutput = out ? out : own.data();
+    return FMTUnmaskInput(&b);
+}
+
 std::pair<WORD, WORD> EditHost::Sel() const {
     DWORD both = DWORD(gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETSEL, 0, 0));
     return {WORD(both), WORD(both >> 16)};
@@ -70,13 +88,6 @@ bool EditHost::Modified() const { return gOsl.edit->CallWindowProcA(gControl, m_
 
 namespace {
 
-LONG unmask(const std::string& text, const std::string& mask) {
-    std::vector<char> plain(text.size() + 1);
-    FMTCNTLBLOCK b;
-    FMTInitCntlBlock(&b);
-    b.lpszInput = const_cast<char*>(text.c_str()), b.lpszPicture = const_cast<char*>(mask.c_str()), b.lpszOutput = plain.data();
-    return FMTUnmaskInput(&b);
-}
 
 bool caretAllowed(EditHost& host, const char* mask) {
     WORD caret = host.Sel().first;
@@ -90,15 +101,14 @@ void putAndTake(const std::string& mask, const std::string& text) {
     const char* m = FMTMaskProper(mask.c_str());
     std::vector<char> out(FMTIsPicUnlimited(m) ? FMTCntNonMaskChars(m) + (*m == '^') + text.size() + 1 : std::strlen(m) + 1);
     FMTMaskText(text.c_str(), out.data(), m);
-    unmask(text, mask);
+    Unmask(text.c_str(), mask.c_str(), nullptr);
 }
 
 void message(EditHost& host, BYTE kind, BYTE value, const std::string& text) {
-    static const UINT kKeys[] = {OSL_VK_LEFT, OSL_VK_RIGHT, OSL_VK_HOME, OSL_VK_END, OSL_VK_DELETE};
     LPARAM part = reinterpret_cast<LPARAM>(text.c_str() + value % (text.size() + 1));
     switch (kind % 8) {
     case 0: case 1: host.Send(OSL_WM_CHAR, value, 1); break;
-    case 2: host.shift = value & 0x80; host.Send(OSL_WM_KEYDOWN, kKeys[value % 5], 1); host.shift = false; break;
+    case 2: host.Key("\1\2\3\4\x7f"[value % 5], value & 0x80); break;
     case 3: host.Send(value & 1 ? OSL_WM_CLEAR : OSL_WM_CHAR, 8, value & 2); break;
     case 4: host.Send(OSL_EM_SETSEL, value % 32, (value >> 3) % 32); break;
     case 5: host.Send(OSL_EM_REPLACESEL, 0, part); break;
@@ -124,7 +134,7 @@ std::string EditDrive(const unsigned char* data, size_t size) {
         BYTE kind = BYTE(rest[i]), value = BYTE(rest[i + 1]);
         message(host, kind, value, text);
         std::string where = "mask \"" + mask + "\", text \"" + host.Text() + "\" after message " + std::to_string(i / 2);
-        if (valid && unmask(host.Text(), mask) != 1) return "the text no longer fits: " + where;
+        if (valid && Unmask(host.Text().c_str(), mask.c_str(), nullptr) != 1) return "the text no longer fits: " + where;
         if (valid && kind % 8 == 2 && value % 5 < 4 && !(value & 0x80) && !caretAllowed(host, proper))
             return "caret " + std::to_string(host.Sel().first) + " rests on a literal: " + where;
     }

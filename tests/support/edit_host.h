@@ -18,6 +18,10 @@ public:
     void Set(const char* text, WORD s, WORD e);
     // A message to the control, through the host's procedure.
     LRESULT Send(UINT msg, WPARAM w, LPARAM l);
+    // A key: \1 Left, \2 Right, \3 Home, \4 End (with Shift when `shift`), \5
+    // Shift+End, \6 Shift+Home, \x7f Delete, \b Backspace, \x0e WM_CHAR 8 with
+    // lParam 0, \x0f WM_CLEAR; any other character is typed.
+    void Key(char k, bool shift = false);
     std::string Text() const;
     std::pair<WORD, WORD> Sel() const; // start and end
     bool Modified() const;
@@ -29,6 +33,9 @@ private:
     HWND m_parent, m_edit;
     const OslEditService* m_saved;
 };
+
+// FMTUnmaskInput of a text into `out` (null: a buffer of its own).
+LONG Unmask(const char* text, const char* mask, char* out);
 
 // Drives a masked control from bytes, for the fuzz target and the property
 // test alike. Byte 0 gives the mask's length (1 + its low four bits), a

@@ -1,6 +1,7 @@
 // Input masks: putting a text in, taking it out, filling a field, and the
 // position arithmetic, each against rows worked out from the mask rules.
 #include "format/maskint.h"
+#include "tests/support/edit_host.h"
 
 #include <gtest/gtest.h>
 
@@ -27,17 +28,10 @@ const TextRow kTextRows[] = {
     {'U', "1-", "9-9", 1, "1"}, {'U', "-x", "*", 1, "-x"}, {'U', "x", nullptr, 0, ""},
 };
 
-LONG unmask(const char* text, const char* mask, char* out) {
-    FMTCNTLBLOCK b;
-    FMTInitCntlBlock(&b);
-    b.lpszInput = const_cast<char*>(text), b.lpszPicture = const_cast<char*>(mask), b.lpszOutput = out;
-    return FMTUnmaskInput(&b);
-}
-
 TEST(FmtMask, PutInAndTakenOut) {
     for (const TextRow& r : kTextRows) {
         char out[64] = "?";
-        LONG got = r.call == 'U' ? unmask(r.text, r.mask, out) : r.call == 'T' ? FMTMaskText(r.text, out, r.mask) : FMTMaskApply(r.text, out, r.mask, false);
+        LONG got = r.call == 'U' ? Unmask(r.text, r.mask, out) : r.call == 'T' ? FMTMaskText(r.text, out, r.mask) : FMTMaskApply(r.text, out, r.mask, false);
         EXPECT_EQ(std::make_pair(got, std::string(out)), std::make_pair(r.result, std::string(r.out)))
             << (r.call == 'U' ? "FMTUnmaskInput" : r.call == 'T' ? "FMTMaskText" : "FMTMaskApply, no skipping") << "(\"" << r.text << "\", \"" << (r.mask ? r.mask : "(null)") << "\")";
     }
@@ -47,15 +41,18 @@ TEST(FmtMask, PutInAndTakenOut) {
     EXPECT_EQ(FMTMaskText(nullptr, same, "X") + FMTMaskText("x", nullptr, "X") + FMTMaskText("x", same, nullptr), 0) << "FMTMaskText with a null";
 }
 
+// FMTMaskFill, and FMTMaskedLength of the same text: the literals and the
+// text (a "^" there is a literal).
 TEST(FmtMask, FillMakesAFieldOfItsWidth) {
-    const struct { const char* text; const char* mask; WORD width; const char* out; } rows[] = {
-        {"555", "(999) 999-9999", 14, "(555)    -"}, {"ab", "AA-99", 5, "AB-"}, {"abcdef", "XX-*", 7, "ab-cdef"}, {"", "(999)", 5, ""},
-        {"1", "9-9-9", 3, "1-"}, {"1", "(9)", 2, "(1"}, {"a", "X-X-*", 5, "a-"},
+    const struct { const char* text; const char* mask; WORD width; const char* out; WORD length; } rows[] = {
+        {"555", "(999) 999-9999", 14, "(555)    -", 7}, {"ab", "AA-99", 5, "AB-", 3}, {"abcdef", "XX-*", 7, "ab-cdef", 7}, {"", "(999)", 5, "", 2},
+        {"1", "9-9-9", 3, "1-", 3}, {"1", "(9)", 2, "(1", 3}, {"a", "X-X-*", 5, "a-", 3}, {"abcd", "X-*", 5, "a-bcd", 5}, {"ab", "^X*", 3, "^ab", 3},
     };
     for (const auto& r : rows) {
         char out[64] = "?";
         FMTMaskFill(r.mask, r.width, out, r.text);
         EXPECT_STREQ(out, r.out) << "FMTMaskFill(\"" << r.mask << "\", " << r.width << ", \"" << r.text << "\")";
+        EXPECT_EQ(FMTMaskedLength(r.mask, r.text), r.length) << "FMTMaskedLength(\"" << r.mask << "\", \"" << r.text << "\")";
     }
 }
 
@@ -86,9 +83,6 @@ TEST(FmtMask, PositionsOfTheMaskedText) {
         EXPECT_EQ(FMTNextLiteralPos(r.mask, r.pos, &at) ? at : -1, r.literal) << "FMTNextLiteralPos(\"" << r.mask << "\", " << r.pos << ")";
         EXPECT_EQ(FMTNextMaskPos(r.mask, r.pos, &at) ? at : -1, r.placeholder) << "FMTNextMaskPos(\"" << r.mask << "\", " << r.pos << ")";
     }
-    EXPECT_EQ(FMTMaskedLength("(999) 999-9999", "555"), 7);
-    EXPECT_EQ(FMTMaskedLength("X-*", "abcd"), 5);
-    EXPECT_EQ(FMTMaskedLength("^X*", "ab"), 3) << "a \"^\" here is a literal";
 }
 
 TEST(FmtMask, CharactersOfThePlaceholders) {
@@ -104,8 +98,7 @@ TEST(FmtMask, CharactersOfThePlaceholders) {
             EXPECT_EQ(ok ? ch : '-', r.stored[i]) << "FMTMaskCharAccept('" << kinds[i] << "', " << int(r.typed) << ")";
         }
     }
-    EXPECT_FALSE(FMTIsMaskChar('x'));
-    EXPECT_FALSE(FMTIsMaskChar('\0'));
+    EXPECT_FALSE(FMTIsMaskChar('x') || FMTIsMaskChar('\0')) << "FMTIsMaskChar of a literal and of the end";
     char blanks[] = "a b  ";
     FMTTrimBlanks(blanks);
     EXPECT_STREQ(blanks, "a b");

@@ -18,20 +18,6 @@ namespace {
 
 const char kPhone[] = "(999) 999-9999";
 
-// Keys of a row: \1 Left, \2 Right, \3 Home, \4 End, \5 Shift+End, \6
-// Shift+Home, \x7f Delete, \b Backspace, \x0e WM_CHAR 8 with lParam 0, \x0f
-// WM_CLEAR; any other character is typed.
-void Press(EditHost& host, char k) {
-    static const UINT kKeys[] = {0, OSL_VK_LEFT, OSL_VK_RIGHT, OSL_VK_HOME, OSL_VK_END, OSL_VK_END, OSL_VK_HOME};
-    host.shift = k == 5 || k == 6;
-    if (k >= 1 && k <= 6) host.Send(OSL_WM_KEYDOWN, kKeys[int(k)], 1);
-    else if (k == 0x7f) host.Send(OSL_WM_KEYDOWN, OSL_VK_DELETE, 1);
-    else if (k == 0x0e) host.Send(OSL_WM_CHAR, 8, 0);
-    else if (k == 0x0f) host.Send(OSL_WM_CLEAR, 0, 0);
-    else host.Send(OSL_WM_CHAR, BYTE(k), 1);
-    host.shift = false;
-}
-
 struct KeyRow { const char* mask; const char* before; WORD s, e; const char* keys; const char* after; WORD s2, e2; int beeps; };
 const KeyRow kKeyRows[] = {
     {kPhone, "", 0, 0, "5", "(5", 2, 2, 0}, {kPhone, "", 0, 0, "5551", "(555) 1", 7, 7, 0}, {kPhone, "(555", 4, 4, "x", "(555) ", 6, 6, 1},
@@ -64,7 +50,7 @@ TEST(FmtMaskEdit, KeysInAMaskedControl) {
     for (const KeyRow& r : kKeyRows) {
         EditHost host(r.mask, 0);
         host.Set(r.before, r.s, r.e);
-        for (const char* k = r.keys; *k; ++k) Press(host, *k);
+        for (const char* k = r.keys; *k; ++k) host.Key(*k);
         EXPECT_EQ(std::make_tuple(host.Text(), host.Sel(), host.beeps), std::make_tuple(std::string(r.after), std::make_pair(r.s2, r.e2), r.beeps))
             << "mask \"" << (r.mask ? r.mask : "(none)") << "\", text \"" << r.before << "\" selected " << r.s << " to " << r.e << ", keys "
             << ::testing::PrintToString(std::string(r.keys)) << " (text, selection, beeps)";
@@ -125,11 +111,10 @@ TEST(FmtMaskEdit, NoMemory) {
     ASSERT_NE(FMTThreadItem(), nullptr) << "the thread's item, made before memory runs out";
     for (int failFrom : {1, 2, 3}) {
         ScriptedHeap heap(failFrom);
-        Press(host, '7');
-        Press(host, '\x7f');
+        host.Key('7');
+        host.Key('\x7f');
     }
-    EXPECT_EQ(host.Text(), "(555) 234-567");
-    EXPECT_EQ(host.beeps, 3);
+    EXPECT_EQ(std::make_pair(host.Text(), host.beeps), std::make_pair(std::string("(555) 234-567"), 3)) << "text and beeps";
 }
 
 // Random masks (with and without "^" and "*") and 40 random messages each,
