@@ -7,6 +7,16 @@
 
 namespace {
 
+// The seam's entries are WINAPI, a calling convention of its own on i686 that
+// a lambda can't have: api(lambda) converts to an entry of the type asked
+// for, which calls the lambda.
+template <class R, class... A> using Entry = R(WINAPI*)(A...);
+template <class L> struct Api {
+    template <class R, class... A> static R WINAPI call(A... a) { return L{}(a...); }
+    template <class R, class... A> operator Entry<R, A...>() const { return call<R, A...>; }
+};
+template <class L> Api<L> api(L) { return {}; }
+
 using Setup = ScriptedSetup;
 struct SetupState {
     OslPrinterSetupService setup; OslGraphicsService graphics; OslWindowService window; OslProfileService profile;
@@ -151,28 +161,28 @@ int loadString(HINSTANCE module, UINT id, LPSTR out, int size) {
 ScriptedSetup::ScriptedSetup(Script script) : m_saved(gOsl) {
     sS.script = std::move(script);
     sS.log.clear(), sS.rows.clear(), sS.selected = -1, sS.property = nullptr, sS.lastError = 0;
-    sS.setup = {enumPrinters, caps, enumForms, getForm, addForm, deleteForm, [] { return sS.lastError; },
-                [](HWND, INT_PTR r) -> BOOL { return sS.ended = r, TRUE; }, [](HWND, LPCSTR, HANDLE v) -> BOOL { return sS.property = v, TRUE; },
-                [](HWND, LPCSTR) { return sS.property; }, [](HWND, LPCSTR) { return std::exchange(sS.property, nullptr); },
-                [](HCURSOR c) { return c; }, [](HINSTANCE, LPCSTR) -> HCURSOR { return nullptr; },
-                [](HWND, LPSTR out, int n) { return std::strncpy(out, "Printer Setup", size_t(n)), 13; }};
+    sS.setup = {enumPrinters, caps, enumForms, getForm, addForm, deleteForm, api([] { return sS.lastError; }),
+                api([](HWND, INT_PTR r) -> BOOL { return sS.ended = r, TRUE; }), api([](HWND, LPCSTR, HANDLE v) -> BOOL { return sS.property = v, TRUE; }),
+                api([](HWND, LPCSTR) { return sS.property; }), api([](HWND, LPCSTR) { return std::exchange(sS.property, nullptr); }),
+                api([](HCURSOR c) { return c; }), api([](HINSTANCE, LPCSTR) -> HCURSOR { return nullptr; }),
+                api([](HWND, LPSTR out, int n) { return std::strncpy(out, "Printer Setup", size_t(n)), 13; })};
     OslGraphicsService& g = sS.graphics = *gOsl.graphics;
     g.OpenPrinterA = openPrinter, g.GetPrinterA = getPrinter, g.DocumentPropertiesA = documentProperties, g.Escape = escape;
-    g.ClosePrinter = [](HANDLE) -> BOOL { return TRUE; }, g.DeleteDC = [](HDC) -> BOOL { return TRUE; }, g.SetMapMode = [](HDC, int) { return 1; };
-    g.CreateICA = [](LPCSTR, LPCSTR, LPCSTR, const DEVMODEA*) { return reinterpret_cast<HDC>(0xC00); };
-    g.ResetDCA = [](HDC dc, const DEVMODEA* m) { return say("ResetDCA", std::to_string(m->dmPaperSize)), dc; };
-    g.DPtoLP = [](HDC, LPPOINT p, int n) -> BOOL { return std::transform(p, p + n, p, [](POINT q) { return POINT{q.x, -q.y}; }), TRUE; };
-    g.GetClipBox = [](HDC, LPRECT r) { return *r = sS.script.clip, 2; };
+    g.ClosePrinter = api([](HANDLE) -> BOOL { return TRUE; }), g.DeleteDC = api([](HDC) -> BOOL { return TRUE; }), g.SetMapMode = api([](HDC, int) { return 1; });
+    g.CreateICA = api([](LPCSTR, LPCSTR, LPCSTR, const DEVMODEA*) { return reinterpret_cast<HDC>(0xC00); });
+    g.ResetDCA = api([](HDC dc, const DEVMODEA* m) { return say("ResetDCA", std::to_string(m->dmPaperSize)), dc; });
+    g.DPtoLP = api([](HDC, LPPOINT p, int n) -> BOOL { return std::transform(p, p + n, p, [](POINT q) { return POINT{q.x, -q.y}; }), TRUE; });
+    g.GetClipBox = api([](HDC, LPRECT r) { return *r = sS.script.clip, 2; });
     OslWindowService& w = sS.window = *gOsl.window;
-    w.SendMessageA = [](HWND h, UINT m, WPARAM wp, LPARAM lp) { return h == kList ? listMessage(m, wp, lp) : sS.proc(h, m, wp, lp); };
-    w.SendMessageTimeoutA = [](HWND, UINT, WPARAM, LPARAM l, UINT f, UINT ms, PDWORD_PTR) -> LRESULT {
+    w.SendMessageA = api([](HWND h, UINT m, WPARAM wp, LPARAM lp) { return h == kList ? listMessage(m, wp, lp) : sS.proc(h, m, wp, lp); });
+    w.SendMessageTimeoutA = api([](HWND, UINT, WPARAM, LPARAM l, UINT f, UINT ms, PDWORD_PTR) -> LRESULT {
         return say("broadcast", text(reinterpret_cast<LPCSTR>(l)), std::to_string(f), std::to_string(ms)), 1;
-    };
-    w.EnableWindow = [](HWND h, BOOL on) -> BOOL { return h == kSetup ? say("setup", std::to_string(on)) : void(), TRUE; };
-    w.GetDlgItem = [](HWND, int id) { return reinterpret_cast<HWND>(intptr_t(0xB00 + id)); };
-    w.MessageBoxA = [](HWND, LPCSTR t, LPCSTR caption, UINT) { return say("box", text(t), text(caption)), IDOK; };
-    w.DialogBoxParamA = dialogBox, w.SetFocus = [](HWND h) { return h; }, w.GetParent = [](HWND) -> HWND { return nullptr; };
-    w.MoveWindow = [](HWND, int, int, int, int, BOOL) -> BOOL { return TRUE; };
+    });
+    w.EnableWindow = api([](HWND h, BOOL on) -> BOOL { return h == kSetup ? say("setup", std::to_string(on)) : void(), TRUE; });
+    w.GetDlgItem = api([](HWND, int id) { return reinterpret_cast<HWND>(intptr_t(0xB00 + id)); });
+    w.MessageBoxA = api([](HWND, LPCSTR t, LPCSTR caption, UINT) { return say("box", text(t), text(caption)), IDOK; });
+    w.DialogBoxParamA = dialogBox, w.SetFocus = api([](HWND h) { return h; }), w.GetParent = api([](HWND) -> HWND { return nullptr; });
+    w.MoveWindow = api([](HWND, int, int, int, int, BOOL) -> BOOL { return TRUE; });
     sS.profile = *gOsl.profile, sS.profile.LoadStringA = loadString;
     sS.profile.WriteProfileStringA = [](LPCSTR s, LPCSTR k, LPCSTR v) -> BOOL { return say("profile", text(s), text(k), text(v)), TRUE; };
     gOsl.printerSetup = &sS.setup, gOsl.graphics = &g, gOsl.window = &w, gOsl.profile = &sS.profile;

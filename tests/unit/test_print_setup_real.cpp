@@ -48,16 +48,17 @@ LRESULT CALLBACK listener(HWND w, UINT m, WPARAM wp, LPARAM lp) {
     if (m == WM_WININICHANGE) gChanges.push_back(lp ? "section" : "0");
     return DefWindowProcA(w, m, wp, lp);
 }
+BOOL CALLBACK visibleDialog(HWND w, LPARAM p) {
+    auto& f = *reinterpret_cast<std::pair<HWND, HWND>*>(p);
+    char name[8] = "";
+    if (w != f.first && IsWindowVisible(w) && GetClassNameA(w, name, sizeof name) && std::string(name) == "#32770") f.second = w;
+    return !f.second;
+}
 // A visible dialog of `thread` other than `except`, within 10 s.
 HWND dialogOf(DWORD thread, HWND except) {
     std::pair<HWND, HWND> find = {except, nullptr};
     for (int i = 0; i < 100 && !find.second; ++i, Sleep(100))
-        EnumThreadWindows(thread, [](HWND w, LPARAM p) -> BOOL {
-            auto& f = *reinterpret_cast<std::pair<HWND, HWND>*>(p);
-            char name[8] = "";
-            if (w != f.first && IsWindowVisible(w) && GetClassNameA(w, name, sizeof name) && std::string(name) == "#32770") f.second = w;
-            return !f.second;
-        }, reinterpret_cast<LPARAM>(&find));
+        EnumThreadWindows(thread, visibleDialog, reinterpret_cast<LPARAM>(&find));
     return find.second;
 }
 // The user: picks the printer's row, opens the driver's dialog and confirms both.
