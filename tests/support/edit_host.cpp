@@ -72,6 +72,12 @@ std::string EditHost::Text() const {
     gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_WM_GETTEXT, sizeof buf, reinterpret_cast<LPARAM>(buf));
     return buf;
 }
+std::pair<WORD, WORD> EditHost::Sel() const {
+    DWORD both = DWORD(gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETSEL, 0, 0));
+    return {WORD(both), WORD(both >> 16)};
+}
+bool EditHost::Modified() const { return gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETMODIFY, 0, 0) != 0; }
+
 LONG Unmask(const char* text, const char* mask, char* out) {
     std::vector<char> own(out ? 0 : std::strlen(text) + 1);
     FMTCNTLBLOCK b;
@@ -80,14 +86,7 @@ LONG Unmask(const char* text, const char* mask, char* out) {
     return FMTUnmaskInput(&b);
 }
 
-std::pair<WORD, WORD> EditHost::Sel() const {
-    DWORD both = DWORD(gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETSEL, 0, 0));
-    return {WORD(both), WORD(both >> 16)};
-}
-bool EditHost::Modified() const { return gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETMODIFY, 0, 0) != 0; }
-
 namespace {
-
 
 bool caretAllowed(EditHost& host, const char* mask) {
     WORD caret = host.Sel().first;

@@ -18,9 +18,9 @@ public:
     void Set(const char* text, WORD s, WORD e);
     // A message to the control, through the host's procedure.
     LRESULT Send(UINT msg, WPARAM w, LPARAM l);
-    // A key: \1 Left, \2 Right, \3 Home, \4 End (with Shift when `shift`), \5
-    // Shift+End, \6 Shift+Home, \x7f Delete, \b Backspace, \x0e WM_CHAR 8 with
-    // lParam 0, \x0f WM_CLEAR; any other character is typed.
+    // A key: \1 Left, \2 Right, \3 Home, \4 End, \x7f Delete (each with Shift
+    // held when `shift`), \5 Shift+End, \6 Shift+Home, \b Backspace, \x0e
+    // WM_CHAR 8 with lParam 0, \x0f WM_CLEAR; any other character is typed.
     void Key(char k, bool shift = false);
     std::string Text() const;
     std::pair<WORD, WORD> Sel() const; // start and end
