@@ -50,6 +50,7 @@ TEST_P(PrintSetupDialog, Run) {
     EXPECT_EQ(saved != nullptr, row.result && row.copies > 0) << "the process keeps the confirmed device mode: " << row.name;
     PrtClearSaved();
     EXPECT_EQ(PrintSetupFetch(device, driver, port), nullptr) << "PrtClearSaved forgets it: " << row.name;
+    EXPECT_FALSE(saved && gOsl.memory->GlobalLock(saved) && gOsl.memory->GlobalUnlock(saved)) << "the fetched copy comes unlocked: " << row.name;
     if (saved) gOsl.memory->GlobalFree(saved);
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintSetupDialog, ::testing::ValuesIn(kDialog));
