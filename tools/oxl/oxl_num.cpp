@@ -7,6 +7,8 @@
 //   oxl num SETTINGS read TEXT [PICTURE]
 //   SETTINGS: us, de, fr, ch, ja or profile; STORED/SHOWN (us/de) stores the
 //   picture under the first and shows, formats and reads under the second.
+#include "../named_settings.h"
+
 #include <oxlrt31/numpic.h>
 
 #include <cstdio>
@@ -15,26 +17,8 @@
 
 namespace {
 
-struct NamedSettings { const char* name; const char* symbol; DWORD iCurrency, iNegCurr; char thousand, decimal; };
-constexpr NamedSettings kNamed[] = {
-    {"us", "$", 0, 0, ',', '.'},       {"de", "DM", 3, 8, '.', ','}, {"fr", "F", 3, 8, ' ', ','},
-    {"ch", "SFr.", 2, 2, '\'', '.'},   {"ja", "\\", 0, 1, ',', '.'}, {"profile", "", 0, 0, 0, 0},
-};
-
 bool settingsOf(const std::string& name, FMTCNTLBLOCK* b) {
-    for (const NamedSettings& s : kNamed) {
-        if (name != s.name) continue;
-        FMTInitCntlBlock(b);
-        b->bUseProfile = name == "profile";
-        b->lpszCurrency = const_cast<char*>(s.symbol);
-        b->iCurrency = s.iCurrency;
-        b->iNegCurr = s.iNegCurr;
-        b->chThousand = s.thousand;
-        b->chDecimal = s.decimal;
-        b->bLeadZero = 1;
-        b->nDigits = 2;
-        return true;
-    }
+    if (const NamedSettings* s = NamedSettingsOf(name)) return NamedNumberBlock(*s, b), true;
     std::fprintf(stderr, "oxl num: no settings '%s' (us, de, fr, ch, ja, profile, or STORED/SHOWN)\n", name.c_str());
     return false;
 }
