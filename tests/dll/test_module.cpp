@@ -159,37 +159,4 @@ TEST(Module, VersionStringsOfRealModules) {
     }
 }
 
-#ifdef _WIN32
-// A real box: found by its caption, read, and closed as a user would.
-TEST(Module, AssertBoxShowsASystemModalBoxUntilItIsClosed) {
-    auto* m = new Module;
-    ASSERT_TRUE(m->Loaded());
-    auto assertBox = FN(*m, AssertBox);
-    std::atomic<bool> returned{false};
-    std::thread caller([&] {
-        assertBox(const_cast<char*>("format.xx"), 120);
-        returned = true;
-    });
-    HWND box = nullptr;
-    for (int i = 0; i < 500 && !box; ++i) {
-        box = FindWindowA("#32770", "Oxlee");
-        if (!box) Sleep(10);
-    }
-    if (!box) {
-        caller.detach(); // blocked in the library: keep it loaded
-        FAIL() << "no box captioned Oxlee within 5 s of AssertBox(\"format.xx\", 120)";
-    }
-    char text[256] = "";
-    GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
-    LONG exStyle = GetWindowLongA(box, GWL_EXSTYLE);
-    Sleep(50);
-    EXPECT_FALSE(returned) << "AssertBox returned before its box was closed";
-    PostMessageA(box, WM_COMMAND, IDOK, 0);
-    caller.join();
-    EXPECT_STREQ(text, "Internal Error: format.120") << "text of AssertBox(\"format.xx\", 120)";
-    EXPECT_NE(exStyle & WS_EX_TOPMOST, 0) << "a system-modal box stands above other windows";
-    delete m;
-}
-#endif
-
 } // namespace

@@ -1,6 +1,7 @@
 // The environment and characters: the language settles the path, and every
 // character function agrees on where a double-byte character begins.
 #include "intl_table.h"
+#include "core/libstate.h"
 
 #include <cctype>
 
@@ -22,17 +23,19 @@ long NextDBC(char* s, int from) { return At(IntlNextDBCInStr(s + from), s); }
 
 // System language and user locale: the double-byte path, right-to-left, the blank.
 TEST(IntlChars, EnvironmentFollowsTheSystemAndUserLanguages) {
+    // want: double-byte path, right-to-left, the blank, the primary language
     const struct { LANGID system; LCID user; const char* want; } rows[] = {
-        {0x0409, 0x0409, "0 0 0"}, {0x0411, 0x0411, "1 0 8140"}, {0x0804, 0x0804, "1 0 a140"}, {0x0412, 0x0412, "1 0 a1a1"},
-        {0x0C04, 0x0409, "1 0 a140"}, {0x0401, 0x0409, "0 1 0"}, {0x040D, 0x0409, "0 1 0"}, {0x0429, 0x0409, "0 1 0"},
-        // A double-byte system is never right-to-left, a double-byte user changes nothing; the neighbours of Arabic and Korean.
-        {0x0409, 0x0C01, "0 1 0"}, {0x0407, 0x1040D, "0 1 0"}, {0x0411, 0x0401, "1 0 8140"}, {0x0409, 0x0411, "0 0 0"},
-        {0x0402, 0x0413, "0 0 0"},
+        {0x0409, 0x0409, "0 0 0 9"}, {0x0411, 0x0411, "1 0 8140 11"}, {0x0804, 0x0804, "1 0 a140 4"}, {0x0412, 0x0412, "1 0 a1a1 12"},
+        {0x0C04, 0x0409, "1 0 a140 4"}, {0x0401, 0x0409, "0 1 0 1"}, {0x040D, 0x0409, "0 1 0 d"}, {0x0429, 0x0409, "0 1 0 29"},
+        // A double-byte system is never right-to-left, a double-byte user changes nothing; the neighbours of Arabic and Korean;
+        // sublanguage bits are not the language.
+        {0x0409, 0x0C01, "0 1 0 9"}, {0x0407, 0x1040D, "0 1 0 7"}, {0x0411, 0x0401, "1 0 8140 11"}, {0x0409, 0x0411, "0 0 0 9"},
+        {0x0402, 0x0413, "0 0 0 2"}, {0x7C11, 0x0409, "1 0 8140 11"},
     };
     for (const auto& r : rows) {
         IntlUnder env({"", r.system, 1252}, r.user);
         std::ostringstream got;
-        got << IntlDBCSEnabled() << " " << IntlIsBiDiEnabled() << " " << std::hex << IntlDBCSBlank();
+        got << IntlDBCSEnabled() << " " << IntlIsBiDiEnabled() << " " << std::hex << IntlDBCSBlank() << " " << gpLibState->wPrimaryLangId;
         EXPECT_EQ(got.str(), r.want) << std::hex << "IntlInit under system 0x" << r.system << ", user 0x" << r.user;
     }
 }
