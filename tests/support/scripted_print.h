@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+inline const HDC kScriptedDc = reinterpret_cast<HDC>(0xD00); // the context CreateDCA makes
+
 class ScriptedPrint {
 public:
     // Besides the entries' own names: "Escape8:N" whether escape N is
@@ -30,7 +32,6 @@ public:
     // The log's entries that start with one of the space-separated `prefixes`.
     std::string Calls(const std::string& prefixes) const;
     void Note(const std::string& entry); // for the test's callbacks
-    HDC Dc() const;                      // the context CreateDCA makes
     HWND AddWindow(Window w);            // top-level windows, 256 on by 16
     Window& WindowOf(HWND w);
 };
