@@ -64,7 +64,13 @@ BOOL WINAPI isWindow(HWND w) { return find(w) != nullptr; }
 BOOL WINAPI windowRect(HWND w, LPRECT rect) { return *rect = w == kDesktop ? RECT{0, 0, 1280, 1024} : find(w) ? find(w)->rect : RECT{}, TRUE; }
 BOOL WINAPI screenToClient(HWND w, LPPOINT p) { RECT r; return windowRect(w, &r), *p = {p->x - r.left, p->y - r.top}, TRUE; }
 LRESULT WINAPI sendMessage(HWND w, UINT m, WPARAM wp, LPARAM lp) { return say("SendMessageA", m, wp, lp), w == kDialog && sP.dialogProc ? sP.dialogProc(w, m, wp, lp) : 0; }
-INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) { return say("DialogBoxParamA", name), proc(nullptr, WM_INITDIALOG, 0, lp); }
+INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR name, [[maybe_unused]] HWND owner, DLGPROC proc, LPARAM lp) {
+    say("DialogBoxParamA", name);
+#ifdef _WIN32 // a real dialog: every step shows the module's abort dialog
+    return DialogBoxParamA(GetModuleHandleA(nullptr), "PrintAbortDialog", owner, proc, lp);
+#endif
+    return proc(nullptr, WM_INITDIALOG, 0, lp);
+}
 HWND WINAPI createDialog(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) {
     if (say("CreateDialogParamA", name), !reply("CreateDialogParamA", 1)) return nullptr;
     return sP.dialogProc = proc, proc(kDialog, WM_INITDIALOG, 0, lp), kDialog;
@@ -149,4 +155,3 @@ std::string ScriptedPrint::Calls(const std::string& prefixes) const {
 }
 void ScriptedPrint::Note(const std::string& entry) { note(entry); }
 HWND ScriptedPrint::AddWindow(Window w) { return sP.windows.push_back(w), reinterpret_cast<HWND>(uintptr_t(0x100 + 0x10 * (sP.windows.size() - 1))); }
-ScriptedPrint::Window& ScriptedPrint::WindowOf(HWND w) { return *find(w); }

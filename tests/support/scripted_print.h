@@ -2,7 +2,8 @@
 // and graphics tables. Every entry logs its call as "Name:arg,arg" (the
 // context and the abort dialog left out, strings as text) and answers from a
 // table of replies by name, in turn, the last one repeating; an entry with no
-// replies gives the answer of a working system. Windows exist as records.
+// replies gives the answer of a working system. Windows exist as records; on
+// Windows DialogBoxParamA shows the module's abort dialog for any template.
 #ifndef OXL_TESTS_SCRIPTED_PRINT_H
 #define OXL_TESTS_SCRIPTED_PRINT_H
 
@@ -33,7 +34,6 @@ public:
     std::string Calls(const std::string& prefixes) const;
     void Note(const std::string& entry); // for the test's callbacks
     HWND AddWindow(Window w);            // top-level windows, 256 on by 16
-    Window& WindowOf(HWND w);
 };
 
 #endif

@@ -92,7 +92,7 @@ TEST_P(PrintJob, CallsAndStatus) {
     PrintRunJob(row.how & kNoParent ? nullptr : parent, &j, callback, &host);
     print.Note("bin:" + std::to_string(mode.dmDefaultSource));
     EXPECT_EQ(print.Calls(row.logged) + ", status " + std::to_string(j.Status), row.calls + (", status " + std::to_string(row.status))) << "PrintRunJob: " << row.name;
-    EXPECT_EQ(PrintJobSlotCount() + (print.WindowOf(parent).style & WS_DISABLED), 0) << "slots left or parent disabled after " << row.name;
+    EXPECT_EQ(PrintJobSlotCount() + (gOsl.window->GetWindowLongPtrA(parent, GWL_STYLE) & WS_DISABLED), 0) << "slots left or parent disabled after " << row.name;
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintJob, ::testing::ValuesIn(kJobs));
 
