@@ -11,13 +11,13 @@ namespace {
 
 struct PixelRow { LONG length; BOOL vertical; int pixels; };
 const PixelRow kPixels[] = {{1000, 0, 96}, {5, 0, 0}, {6, 0, 1}, {-6, 0, -1}, {-5, 0, 0}, {1000, 1, 120}, {15625, 0, 1500}, {0, 0, 0}};
-class DlgPixels : public ::testing::TestWithParam<PixelRow> {};
-TEST_P(DlgPixels, Rounded) {
-    ScriptedPrint print({{"GetDeviceCaps:90", {120}}}); // LOGPIXELSY; LOGPIXELSX stays 96
-    EXPECT_EQ(DlgGetScreenPixels(GetParam().length, GetParam().vertical), GetParam().pixels) << "DlgGetScreenPixels(" << GetParam().length << ", " << GetParam().vertical << ")";
-    EXPECT_EQ(print.Calls("CreateICA DeleteDC"), "CreateICA:DISPLAY,null DeleteDC") << "the information context is deleted";
+TEST(DlgPixels, Rounded) {
+    for (const PixelRow& row : kPixels) {
+        ScriptedPrint print({{"GetDeviceCaps:90", {120}}}); // LOGPIXELSY; LOGPIXELSX stays 96
+        EXPECT_EQ(DlgGetScreenPixels(row.length, row.vertical), row.pixels) << "DlgGetScreenPixels(" << row.length << ", " << row.vertical << ")";
+        EXPECT_EQ(print.Calls("CreateICA DeleteDC"), "CreateICA:DISPLAY,null DeleteDC") << "the information context is deleted";
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Table, DlgPixels, ::testing::ValuesIn(kPixels));
 
 // Windows of the instance 0x40 in this thread (256 on, by 16), disabled and
 // enabled again: `styles` gives each window's style, 'd' one disabled before,
@@ -44,24 +44,23 @@ template <class Make> void expectStates(const EnableRow& row, HINSTANCE inst, Ma
     EXPECT_EQ(row.chain ? DlgEnableParentChain(w.back(), TRUE, saved) : DlgEnableAllWindows(inst, except, TRUE, saved), nullptr) << "the record freed";
     EXPECT_EQ(off + states(), row.states) << (row.chain ? "DlgEnableParentChain" : "DlgEnableAllWindows") << " disabling, then enabling, " << kind << " windows " << row.styles;
 }
-class DlgEnable : public ::testing::TestWithParam<EnableRow> {};
-TEST_P(DlgEnable, DisabledBeforeStaysSo) {
-    const EnableRow& row = GetParam();
-    ScriptedSystem system(0x409, 0x409, row.platform);
-    { // the scripted windows go before any real one is made
-        ScriptedPrint print;
-        HINSTANCE inst = HINSTANCE(0x40);
-        expectStates(row, inst, [&](char c, HWND parent) { return print.AddWindow({parent, LONG(c == 'd' ? WS_DISABLED : 0), c == 'i' ? HINSTANCE(0x50) : inst, gOsl.sync->GetCurrentThreadId() + (c == 'o'), {}, false}); }, "scripted");
-        EXPECT_EQ(DlgEnableAllWindows(nullptr, nullptr, FALSE, nullptr), nullptr) << "a null instance";
-        EXPECT_EQ(DlgEnableAllWindows(inst, nullptr, TRUE, nullptr), nullptr) << "enabling with no record";
-    }
+TEST(DlgEnable, DisabledBeforeStaysSo) {
+    for (const EnableRow& row : kEnables) {
+        ScriptedSystem system(0x409, 0x409, row.platform);
+        { // the scripted windows go before any real one is made
+            ScriptedPrint print;
+            HINSTANCE inst = HINSTANCE(0x40);
+            expectStates(row, inst, [&](char c, HWND parent) { return print.AddWindow({parent, LONG(c == 'd' ? WS_DISABLED : 0), c == 'i' ? HINSTANCE(0x50) : inst, gOsl.sync->GetCurrentThreadId() + (c == 'o'), {}, false}); }, "scripted");
+            EXPECT_EQ(DlgEnableAllWindows(nullptr, nullptr, FALSE, nullptr), nullptr) << "a null instance";
+            EXPECT_EQ(DlgEnableAllWindows(inst, nullptr, TRUE, nullptr), nullptr) << "enabling with no record";
+        }
 #ifdef _WIN32
-    std::vector<HWND> made;
-    if (row.styles.size() < 50 && row.styles.find('o') == std::string::npos) expectStates(row, GetModuleHandleA(nullptr), [&](char c, HWND parent) { return made.push_back(CreateWindowExA(0, "STATIC", "", (parent ? WS_CHILD : WS_POPUP) | (c == 'd' ? WS_DISABLED : 0), 0, 0, 9, 9, parent, nullptr, GetModuleHandleA(c == 'i' ? "kernel32.dll" : nullptr), nullptr)), made.back(); }, "real");
-    for (HWND h : made) DestroyWindow(h);
+        std::vector<HWND> made;
+        if (row.styles.size() < 50 && row.styles.find('o') == std::string::npos) expectStates(row, GetModuleHandleA(nullptr), [&](char c, HWND parent) { return made.push_back(CreateWindowExA(0, "STATIC", "", (parent ? WS_CHILD : WS_POPUP) | (c == 'd' ? WS_DISABLED : 0), 0, 0, 9, 9, parent, nullptr, GetModuleHandleA(c == 'i' ? "kernel32.dll" : nullptr), nullptr)), made.back(); }, "real");
+        for (HWND h : made) DestroyWindow(h);
 #endif
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Table, DlgEnable, ::testing::ValuesIn(kEnables));
 
 // A 200 by 100 dialog centred on its parent, kept on the 1280 by 1024 screen.
 // On Windows each row with a plain parent, or none, runs again with the abort
@@ -76,28 +75,27 @@ const CentreRow kCentres[] = {
     {"no parent: the desktop", {}, false, -1, "MoveWindow:272,540,462,200,100,1"},
     {"a child dialog in its parent's coordinates", {400, 300, 800, 700}, false, WS_CHILD, "MoveWindow:272,100,150,200,100,1"},
 };
-class DlgCentre : public ::testing::TestWithParam<CentreRow> {};
-TEST_P(DlgCentre, OnScreen) {
-    const CentreRow& row = GetParam();
-    std::string moved;
-    { // the scripted windows go before any real one is made
-        ScriptedPrint print;
-        HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, row.parent, row.iconic});
-        moved = std::to_string(DlgCenterDialog(print.AddWindow({row.style < 0 ? nullptr : parent, row.style < 0 ? 0 : row.style, nullptr, 0, {10, 10, 210, 110}, false})));
-        moved += ", " + print.Calls("MoveWindow");
-    }
-    EXPECT_EQ(moved, std::string("1, ") + row.move) << "DlgCenterDialog: " << row.name;
+TEST(DlgCentre, OnScreen) {
+    for (const CentreRow& row : kCentres) {
+        std::string moved;
+        { // the scripted windows go before any real one is made
+            ScriptedPrint print;
+            HWND parent = print.AddWindow({nullptr, 0, nullptr, 0, row.parent, row.iconic});
+            moved = std::to_string(DlgCenterDialog(print.AddWindow({row.style < 0 ? nullptr : parent, row.style < 0 ? 0 : row.style, nullptr, 0, {10, 10, 210, 110}, false})));
+            moved += ", " + print.Calls("MoveWindow");
+        }
+        EXPECT_EQ(moved, std::string("1, ") + row.move) << "DlgCenterDialog: " << row.name;
 #ifdef _WIN32
-    if (row.iconic || row.style > 0) return;
-    RECT d = {}, p = row.parent;
-    HWND parent = row.style < 0 ? nullptr : CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, p.left, p.top, p.right - p.left, p.bottom - p.top, nullptr, nullptr, nullptr, nullptr);
-    HWND dialog = CreateDialogParamA(GetModuleHandleA(nullptr), "PrintAbortDialog", parent, nullptr, 0);
-    BOOL done = MoveWindow(dialog, 10, 10, 200, 100, FALSE) && DlgCenterDialog(dialog) && GetWindowRect(dialog, &d);
-    EXPECT_EQ(std::to_string(done) + ", MoveWindow:272," + std::to_string(d.left) + "," + std::to_string(d.top) + "," + std::to_string(d.right - d.left) + "," + std::to_string(d.bottom - d.top) + ",1", moved) << "DlgCenterDialog on real windows: " << row.name;
-    DestroyWindow(dialog), DestroyWindow(parent);
+        if (row.iconic || row.style > 0) continue;
+        RECT d = {}, p = row.parent;
+        HWND parent = row.style < 0 ? nullptr : CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, p.left, p.top, p.right - p.left, p.bottom - p.top, nullptr, nullptr, nullptr, nullptr);
+        HWND dialog = CreateDialogParamA(GetModuleHandleA(nullptr), "PrintAbortDialog", parent, nullptr, 0);
+        BOOL done = MoveWindow(dialog, 10, 10, 200, 100, FALSE) && DlgCenterDialog(dialog) && GetWindowRect(dialog, &d);
+        EXPECT_EQ(std::to_string(done) + ", MoveWindow:272," + std::to_string(d.left) + "," + std::to_string(d.top) + "," + std::to_string(d.right - d.left) + "," + std::to_string(d.bottom - d.top) + ",1", moved) << "DlgCenterDialog on real windows: " << row.name;
+        DestroyWindow(dialog), DestroyWindow(parent);
 #endif
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Table, DlgCentre, ::testing::ValuesIn(kCentres));
 
 // Wizards: each dialog shown takes the row's next move as it opens, 'n' next,
 // 'b' back, 'c' Cancel, 'f' the dialog fails, and sets DlgNext by it. On
@@ -132,18 +130,17 @@ const WizardRow kWizards[] = {
     {"null instance", "A\0B\0C\0", 0, "", kNullInstance, ", 0"},
     {"null record", "A\0B\0C\0", -1, "", kNullRecord, ", 0"},
 };
-class DlgWizard : public ::testing::TestWithParam<WizardRow> {};
-TEST_P(DlgWizard, Steps) {
-    const WizardRow& row = GetParam();
-    ScriptedPrint print;
-    DLGPROC procs[3] = {step, row.broken & kNullProc ? nullptr : step, step};
-    DLGWIZARD wz = {nullptr, 0, row.broken & kNullInstance ? nullptr : HINSTANCE(0x40), row.broken & kNullNames ? nullptr : row.names, row.broken & kNullProcs ? nullptr : procs, 3, -7, row.start};
-    gMoves = row.moves, gShown.clear(), gWizard = &wz;
-    std::string outcome = std::to_string(DlgDoDlgWizard(row.broken & kNullRecord ? nullptr : &wz)), names; // names: the templates asked for, step N's the letter A + N
-    for (char c : row.shown.substr(0, row.shown.find(','))) names += std::string(names.empty() ? "" : " ") + "DialogBoxParamA:" + char('A' + c - '0');
-    EXPECT_EQ(gShown + ", " + outcome + ", " + print.Calls("DialogBoxParamA"), row.shown + ", " + names) << "DlgDoDlgWizard: " << row.name;
+TEST(DlgWizard, Steps) {
+    for (const WizardRow& row : kWizards) {
+        ScriptedPrint print;
+        DLGPROC procs[3] = {step, row.broken & kNullProc ? nullptr : step, step};
+        DLGWIZARD wz = {nullptr, 0, row.broken & kNullInstance ? nullptr : HINSTANCE(0x40), row.broken & kNullNames ? nullptr : row.names, row.broken & kNullProcs ? nullptr : procs, 3, -7, row.start};
+        gMoves = row.moves, gShown.clear(), gWizard = &wz;
+        std::string outcome = std::to_string(DlgDoDlgWizard(row.broken & kNullRecord ? nullptr : &wz)), names; // names: the templates asked for, step N's the letter A + N
+        for (char c : row.shown.substr(0, row.shown.find(','))) names += std::string(names.empty() ? "" : " ") + "DialogBoxParamA:" + char('A' + c - '0');
+        EXPECT_EQ(gShown + ", " + outcome + ", " + print.Calls("DialogBoxParamA"), row.shown + ", " + names) << "DlgDoDlgWizard: " << row.name;
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Table, DlgWizard, ::testing::ValuesIn(kWizards));
 
 TEST(DlgMessageBox, FromTheStringTable) {
     ScriptedPrint print;

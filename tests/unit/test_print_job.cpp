@@ -75,26 +75,25 @@ const Row kJobs[] = {
     {"one bin", {}, 2, 0, kBins | kOneBin, 0, BINS, "EndPage EndPage EndDoc bin:4"},
     {"source not in dmFields", {}, 2, 0, kBins | kNoSource, 0, BINS, "EndPage EndPage EndDoc bin:1"},
 };
-class PrintJob : public ::testing::TestWithParam<Row> {};
-TEST_P(PrintJob, CallsAndStatus) {
-    const Row& row = GetParam();
-    ScriptedPrint print(row.replies);
-    HWND parent = (gPrint = &print)->AddWindow({nullptr, 0, nullptr, 0, {}, false});
-    PagePrintInfo info = {};
-    PrintJobInfo& j = info.Job;
-    j.Title = "Title", j.DocName = "Doc", j.TextLine1 = "Line 1", j.TextLine2 = "Line 2", j.Flags = row.flags, j.Status = 99, j.EnableProc = enableProc;
-    j.DialogInitProc = onInit, j.DialogDestroyProc = onDestroy, j.UserData = 7, j.PageNumberProc = row.how & kHostNumber ? pageNumber : nullptr;
-    std::strcpy(j.Device, "PDF"), std::strcpy(j.Driver, "drv"), std::strcpy(j.Port, "CUPS:PDF");
-    DEVMODEA mode = {};
-    mode.dmFields = row.how & kNoSource ? DM_COPIES : DM_DEFAULTSOURCE, mode.dmDefaultSource = info.FirstPageBin = row.how & kOneBin ? 4 : 1;
-    info.OtherPagesBin = row.how & kOneBin ? 4 : 2, j.DevMode = row.how & kBins ? &mode : nullptr, j.hDC = row.how & kHostDC ? kScriptedDc : nullptr;
-    Host host{&info, row.sheets, row.how, 0};
-    PrintRunJob(row.how & kNoParent ? nullptr : parent, &j, callback, &host);
-    print.Note("bin:" + std::to_string(mode.dmDefaultSource));
-    EXPECT_EQ(print.Calls(row.logged) + ", status " + std::to_string(j.Status), row.calls + (", status " + std::to_string(row.status))) << "PrintRunJob: " << row.name;
-    EXPECT_EQ(PrintJobSlotCount() + (gOsl.window->GetWindowLongPtrA(parent, GWL_STYLE) & WS_DISABLED), 0) << "slots left or parent disabled after " << row.name;
+TEST(PrintJob, CallsAndStatus) {
+    for (const Row& row : kJobs) {
+        ScriptedPrint print(row.replies);
+        HWND parent = (gPrint = &print)->AddWindow({nullptr, 0, nullptr, 0, {}, false});
+        PagePrintInfo info = {};
+        PrintJobInfo& j = info.Job;
+        j.Title = "Title", j.DocName = "Doc", j.TextLine1 = "Line 1", j.TextLine2 = "Line 2", j.Flags = row.flags, j.Status = 99, j.EnableProc = enableProc;
+        j.DialogInitProc = onInit, j.DialogDestroyProc = onDestroy, j.UserData = 7, j.PageNumberProc = row.how & kHostNumber ? pageNumber : nullptr;
+        std::strcpy(j.Device, "PDF"), std::strcpy(j.Driver, "drv"), std::strcpy(j.Port, "CUPS:PDF");
+        DEVMODEA mode = {};
+        mode.dmFields = row.how & kNoSource ? DM_COPIES : DM_DEFAULTSOURCE, mode.dmDefaultSource = info.FirstPageBin = row.how & kOneBin ? 4 : 1;
+        info.OtherPagesBin = row.how & kOneBin ? 4 : 2, j.DevMode = row.how & kBins ? &mode : nullptr, j.hDC = row.how & kHostDC ? kScriptedDc : nullptr;
+        Host host{&info, row.sheets, row.how, 0};
+        PrintRunJob(row.how & kNoParent ? nullptr : parent, &j, callback, &host);
+        print.Note("bin:" + std::to_string(mode.dmDefaultSource));
+        EXPECT_EQ(print.Calls(row.logged) + ", status " + std::to_string(j.Status), row.calls + (", status " + std::to_string(row.status))) << "PrintRunJob: " << row.name;
+        EXPECT_EQ(PrintJobSlotCount() + (gOsl.window->GetWindowLongPtrA(parent, GWL_STYLE) & WS_DISABLED), 0) << "slots left or parent disabled after " << row.name;
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Table, PrintJob, ::testing::ValuesIn(kJobs));
 
 // Slots of jobs on the contexts 1, 2, 3 and what AbortTest and PrintAbort answer outside a job.
 TEST(PrintJobSlots, GrowByTwoAndGoWhenEmpty) {

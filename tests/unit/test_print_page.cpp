@@ -55,21 +55,20 @@ const Row kTiles[] = {
     {"an offset but no printing-offset escape: margins 0", 17000, 11000, 0, 0, 1, 0, 1, {{"GetDeviceCaps:112", {25}}, {"GetDeviceCaps:113", {50}}, {"Escape8:17", {1}}}, 2, 0, {{1, 1}}, 1, 2, 17000, 11000, "Escape:17,2 SetWindowOrgEx:0,0,0 SetViewportOrgEx:0,0,0 SetBkMode:1 Rectangle:0,0,17000,-11000 draw:3,850,1100,00 SetWindowOrgEx:8500,0,0 SetViewportOrgEx:0,0,0 SetBkMode:1 Rectangle:8500,0,25500,-11000 draw:3,850,1100,00 next"},
     {"3 by 1 with the printing offset: the third column", 25000, 10000, 0, 0, 1, 0, 1, OFFSET(0, 0, 8000, -10000), 2, 0, {{1, 1}}, 1, 3, 25000, 10000, "Escape:17,2 SetWindowOrgEx:0,0,0 SetViewportOrgEx:-25,-50,0 SetBkMode:1 Rectangle:0,0,25000,-10000 draw:3,850,1100,00 SetWindowOrgEx:8250,0,0 SetViewportOrgEx:0,-50,0 SetBkMode:1 Rectangle:8250,0,33250,-10000 draw:3,850,1100,00 SetWindowOrgEx:16750,0,0 SetViewportOrgEx:0,-50,0 SetBkMode:1 Rectangle:16750,0,41750,-10000 draw:3,850,1100,00 next"},
 };
-class PageTiles : public ::testing::TestWithParam<Row> {};
-TEST_P(PageTiles, SheetsAndSize) {
-    const Row& row = GetParam();
-    ScriptedPrint print(row.script);
-    Draw draw{&print, row.flags, row.pages, 0, 0, 0};
-    PagePrintInfo info = {};
-    DEVMODEA mode = {};
-    info.PageWidth = row.width, info.PageHeight = row.height, info.Copies = row.copies, info.Job.Flags = PRINT_NO_DIALOG, info.Job.DevMode = &mode, mode.dmCopies = row.dmCopies;
-    info.PageLeft = row.left, info.PageTop = row.top, info.SplitAcross = row.splitAcross, info.SplitDown = row.splitDown, info.SnapToPaper = row.snap, info.DrawFrame = 1, info.DraftMode = 3;
-    info.DrawPage = drawPage, info.NextPage = nextPage, info.HostData = reinterpret_cast<LPARAM>(&draw);
-    BOOL result = PagePrint(print.AddWindow({}), &info);
-    auto outcome = [](int sheets, LONG width, LONG height, int asked, int zero) { return std::to_string(sheets) + " sheets, " + std::to_string(width) + " by " + std::to_string(height) + ", NextPage " + std::to_string(asked) + ", " + std::to_string(zero) + " for PagePrint's 1, PageCount 1, DrawPage's reserved values and the status"; };
-    EXPECT_EQ(outcome(draw.calls, info.PageWidth, info.PageHeight, draw.asked, (result - 1) + (info.PageCount - 1) + draw.badArgs + info.Job.Status), outcome(row.sheets, row.endWidth, row.endHeight, row.pages, 0)) << "PagePrint: " << row.name;
-    EXPECT_EQ(row.calls ? print.Calls("Escape:7 Escape:17 SetWindowOrgEx SetViewportOrgEx SetBkMode Rectangle draw: next") : "", row.calls ? row.calls : "") << row.name;
+TEST(PageTiles, SheetsAndSize) {
+    for (const Row& row : kTiles) {
+        ScriptedPrint print(row.script);
+        Draw draw{&print, row.flags, row.pages, 0, 0, 0};
+        PagePrintInfo info = {};
+        DEVMODEA mode = {};
+        info.PageWidth = row.width, info.PageHeight = row.height, info.Copies = row.copies, info.Job.Flags = PRINT_NO_DIALOG, info.Job.DevMode = &mode, mode.dmCopies = row.dmCopies;
+        info.PageLeft = row.left, info.PageTop = row.top, info.SplitAcross = row.splitAcross, info.SplitDown = row.splitDown, info.SnapToPaper = row.snap, info.DrawFrame = 1, info.DraftMode = 3;
+        info.DrawPage = drawPage, info.NextPage = nextPage, info.HostData = reinterpret_cast<LPARAM>(&draw);
+        BOOL result = PagePrint(print.AddWindow({}), &info);
+        auto outcome = [](int sheets, LONG width, LONG height, int asked, int zero) { return std::to_string(sheets) + " sheets, " + std::to_string(width) + " by " + std::to_string(height) + ", NextPage " + std::to_string(asked) + ", " + std::to_string(zero) + " for PagePrint's 1, PageCount 1, DrawPage's reserved values and the status"; };
+        EXPECT_EQ(outcome(draw.calls, info.PageWidth, info.PageHeight, draw.asked, (result - 1) + (info.PageCount - 1) + draw.badArgs + info.Job.Status), outcome(row.sheets, row.endWidth, row.endHeight, row.pages, 0)) << "PagePrint: " << row.name;
+        EXPECT_EQ(row.calls ? print.Calls("Escape:7 Escape:17 SetWindowOrgEx SetViewportOrgEx SetBkMode Rectangle draw: next") : "", row.calls ? row.calls : "") << row.name;
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Table, PageTiles, ::testing::ValuesIn(kTiles));
 
 } // namespace
