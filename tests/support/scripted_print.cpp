@@ -12,8 +12,7 @@
 namespace {
 
 struct PrintScript {
-    const OslWindowService* savedWindow;
-    const OslGraphicsService* savedGraphics;
+    OslServices saved;
     OslWindowService window;
     OslGraphicsService graphics;
     ScriptedPrint::Replies replies;
@@ -21,11 +20,9 @@ struct PrintScript {
     std::vector<std::string> devNames, log;
     std::vector<ScriptedPrint::Window> windows; // the Nth has the handle 256 + 16 N
     ABORTPROC abortProc;
-    DLGPROC dialogProc; // the abort dialog's, while `dialog` is open
-    HWND dialog;
+    DLGPROC dialogProc; // the abort dialog's, while it is open
 } sP;
 
-const HDC kDc = reinterpret_cast<HDC>(0xD00);
 const HWND kDialog = reinterpret_cast<HWND>(0xA00), kDesktop = reinterpret_cast<HWND>(0xDE5); // GetDesktopWindow's
 
 long long reply(const std::string& name, long long otherwise) {
@@ -38,7 +35,7 @@ template <class T> std::string str(T v) {
     else if constexpr (std::is_same_v<T, const DOCINFOA*>) return str(v->lpszDocName);
     else if constexpr (std::is_same_v<T, const DEVMODEA*>) return v ? std::to_string(v->dmDefaultSource) : "null";
     else if constexpr (std::is_same_v<T, const MSG*>) return std::to_string(v->message);
-    else if constexpr (std::is_pointer_v<T>) return v == static_cast<void*>(kDc) || v == static_cast<void*>(kDialog) ? "" : std::to_string(uintptr_t(v));
+    else if constexpr (std::is_pointer_v<T>) return v == static_cast<void*>(kScriptedDc) || v == static_cast<void*>(kDialog) ? "" : std::to_string(uintptr_t(v));
     else return std::to_string(v);
 }
 // Logs "what:a,b,...", leaving out empty values.
@@ -66,14 +63,20 @@ BOOL WINAPI enableWindow(HWND w, BOOL enable) {
 BOOL WINAPI isWindow(HWND w) { return find(w) != nullptr; }
 BOOL WINAPI windowRect(HWND w, LPRECT rect) { return *rect = w == kDesktop ? RECT{0, 0, 1280, 1024} : find(w) ? find(w)->rect : RECT{}, TRUE; }
 BOOL WINAPI screenToClient(HWND w, LPPOINT p) { RECT r; return windowRect(w, &r), *p = {p->x - r.left, p->y - r.top}, TRUE; }
-LRESULT WINAPI sendMessage(HWND w, UINT m, WPARAM wp, LPARAM lp) { return say("SendMessageA", m, wp, lp), w == sP.dialog && sP.dialogProc ? sP.dialogProc(w, m, wp, lp) : 0; }
-INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) { return say("DialogBoxParamA", name), proc(nullptr, WM_INITDIALOG, 0, lp); }
+LRESULT WINAPI sendMessage(HWND w, UINT m, WPARAM wp, LPARAM lp) { return say("SendMessageA", m, wp, lp), w == kDialog && sP.dialogProc ? sP.dialogProc(w, m, wp, lp) : 0; }
+INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR name, [[maybe_unused]] HWND owner, DLGPROC proc, LPARAM lp) {
+    say("DialogBoxParamA", name);
+#ifdef _WIN32 // a real dialog: every step shows the module's abort dialog
+    return DialogBoxParamA(GetModuleHandleA(nullptr), "PrintAbortDialog", owner, proc, lp);
+#endif
+    return proc(nullptr, WM_INITDIALOG, 0, lp);
+}
 HWND WINAPI createDialog(HINSTANCE, LPCSTR name, HWND, DLGPROC proc, LPARAM lp) {
     if (say("CreateDialogParamA", name), !reply("CreateDialogParamA", 1)) return nullptr;
-    return sP.dialog = kDialog, sP.dialogProc = proc, proc(kDialog, WM_INITDIALOG, 0, lp), kDialog;
+    return sP.dialogProc = proc, proc(kDialog, WM_INITDIALOG, 0, lp), kDialog;
 }
-BOOL WINAPI destroyWindow(HWND w) { return say("DestroyWindow", w), w == sP.dialog && sP.dialogProc && sP.dialogProc(w, WM_DESTROY, 0, 0), sP.dialog = w == sP.dialog ? nullptr : sP.dialog, TRUE; }
-BOOL WINAPI peek(LPMSG msg, HWND, UINT, UINT, UINT remove) { return remove & PM_REMOVE && reply("PeekMessageA", 0) && (say("Cancel"), *msg = {sP.dialog, WM_COMMAND, IDCANCEL, 0, 0, {}}, true); }
+BOOL WINAPI destroyWindow(HWND w) { return say("DestroyWindow", w), w == kDialog && sP.dialogProc && sP.dialogProc(w, WM_DESTROY, 0, 0), sP.dialogProc = w == kDialog ? nullptr : sP.dialogProc, TRUE; }
+BOOL WINAPI peek(LPMSG msg, HWND, UINT, UINT, UINT remove) { return remove & PM_REMOVE && reply("PeekMessageA", 0) && (say("Cancel"), *msg = {sP.dialogProc ? kDialog : nullptr, WM_COMMAND, IDCANCEL, 0, 0, {}}, true); }
 BOOL WINAPI isDialogMessage(HWND dialog, LPMSG msg) { return msg->hwnd == dialog && sP.dialogProc && (sP.dialogProc(dialog, msg->message, msg->wParam, msg->lParam), true); }
 
 int WINAPI endPage(HDC dc) {
@@ -127,9 +130,9 @@ LONG WINAPI documentProperties(HWND, HANDLE, LPSTR, LPDEVMODEA out, LPDEVMODEA, 
 } // namespace
 
 ScriptedPrint::ScriptedPrint(Replies replies, std::vector<std::string> devNames) {
-    const OslWindowService* native = sP.savedWindow = gOsl.window;
-    sP.savedGraphics = gOsl.graphics, sP.replies = std::move(replies), sP.devNames = std::move(devNames), sP.turns.clear(), sP.log.clear(), sP.windows.clear();
-    sP.abortProc = nullptr, sP.dialogProc = nullptr, sP.dialog = nullptr;
+    const OslWindowService* native = (sP.saved = gOsl).window;
+    sP.replies = std::move(replies), sP.devNames = std::move(devNames), sP.turns.clear(), sP.log.clear(), sP.windows.clear();
+    sP.abortProc = nullptr, sP.dialogProc = nullptr;
     sP.window = {entry<"MessageBoxA", IDOK>, native->MessageBeep, native->GetActiveWindow, sendMessage, native->SendMessageTimeoutA,
                  windowLong, getWindow, field<&ScriptedPrint::Window::parent>, fixed<0x100>, enableWindow, isWindow, field<&ScriptedPrint::Window::thread>,
                  fixed<0xDE5>, windowRect, fixed<0xD15>, fixed<1>, field<&ScriptedPrint::Window::iconic>, screenToClient, entry<"MoveWindow", 1>, dialogBox, createDialog,
@@ -142,7 +145,7 @@ ScriptedPrint::ScriptedPrint(Replies replies, std::vector<std::string> devNames)
                    getPrinter, documentProperties};
     gOsl.window = &sP.window, gOsl.graphics = &sP.graphics;
 }
-ScriptedPrint::~ScriptedPrint() { gOsl.window = sP.savedWindow, gOsl.graphics = sP.savedGraphics; }
+ScriptedPrint::~ScriptedPrint() { gOsl = sP.saved; }
 std::string ScriptedPrint::Calls(const std::string& prefixes) const {
     std::string out;
     for (const std::string& e : sP.log)
@@ -151,6 +154,4 @@ std::string ScriptedPrint::Calls(const std::string& prefixes) const {
     return out;
 }
 void ScriptedPrint::Note(const std::string& entry) { note(entry); }
-HDC ScriptedPrint::Dc() const { return kDc; }
 HWND ScriptedPrint::AddWindow(Window w) { return sP.windows.push_back(w), reinterpret_cast<HWND>(uintptr_t(0x100 + 0x10 * (sP.windows.size() - 1))); }
-ScriptedPrint::Window& ScriptedPrint::WindowOf(HWND w) { return *find(w); }

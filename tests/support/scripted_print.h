@@ -2,7 +2,8 @@
 // and graphics tables. Every entry logs its call as "Name:arg,arg" (the
 // context and the abort dialog left out, strings as text) and answers from a
 // table of replies by name, in turn, the last one repeating; an entry with no
-// replies gives the answer of a working system. Windows exist as records.
+// replies gives the answer of a working system. Windows exist as records; on
+// Windows DialogBoxParamA shows the module's abort dialog for any template.
 #ifndef OXL_TESTS_SCRIPTED_PRINT_H
 #define OXL_TESTS_SCRIPTED_PRINT_H
 
@@ -11,6 +12,8 @@
 #include <map>
 #include <string>
 #include <vector>
+
+inline const HDC kScriptedDc = reinterpret_cast<HDC>(0xD00); // the context CreateDCA makes
 
 class ScriptedPrint {
 public:
@@ -30,9 +33,7 @@ public:
     // The log's entries that start with one of the space-separated `prefixes`.
     std::string Calls(const std::string& prefixes) const;
     void Note(const std::string& entry); // for the test's callbacks
-    HDC Dc() const;                      // the context CreateDCA makes
     HWND AddWindow(Window w);            // top-level windows, 256 on by 16
-    Window& WindowOf(HWND w);
 };
 
 #endif
