@@ -32,23 +32,19 @@ const ModeRow kModes[] = {
     {"a listed paper merged", {}, 2, 0, {1, 9, 0, 0, 4}, "PDF", "9 2 2970 2100 4 A4 220 1", "DocumentPropertiesA:10"},
     {"a listed paper the default agrees with", {}, 2, 0, {0, 1, 0, 0, 7}, "PDF", "1 1 2794 2159 7 Letter 220 1", ""},
     {"a paper the printer doesn't list", {}, 2, 0, {1, 70, 0, 0, 4}, "PDF", "1 1 2794 2159 7 Letter 220 1", ""},
-    {"no paper list", {.papers = {}}, 2, 0, {1, 9, 0, 0, 4}, "PDF", "1 1 2794 2159 7 Letter 220 1", ""},
-    {"8.5 by 11 inches registers the form", {}, 2, 0, {0, 256, 8500, 11000, 4}, "PDF", "3 1 2794 2159 4 OxleeCustomForm 220 1", std::string(kAdd) + "ResetDCA:3"},
-    {"the same on its side", {}, 2, 0, {0, 256, 11000, 8500, 4}, "PDF", "3 1 2159 2794 4 OxleeCustomForm 220 1", std::string(kAdd) + "ResetDCA:3"},
-    {"landscape", {}, 2, 0, {1, 256, 8500, 11000, 4}, "PDF", "3 2 2159 2794 4 OxleeCustomForm 220 1", std::string(kAdd) + "ResetDCA:3"},
+    {"8.5 by 11 inches registers the form", {}, 2, 0, {0, 256, 8500, 11000, 4}, "PDF", "3 1 2794 2159 4 OxleeCustomForm 220 1", std::string(kAdd) + "ResetDCA:4"},
+    {"the same on its side", {}, 2, 0, {0, 256, 11000, 8500, 4}, "PDF", "3 1 2159 2794 4 OxleeCustomForm 220 1", std::string(kAdd) + "ResetDCA:4"},
     {"A4 in thousandths of an inch, landscape", {}, 2, 0, {1, 256, 8270, 11690, 4}, "PDF", "3 2 2101 2970 4 OxleeCustomForm 220 1",
-     "DeleteFormA:OxleeCustomForm AddFormA:OxleeCustomForm,210107,296996 ResetDCA:3"},
+     "DeleteFormA:OxleeCustomForm AddFormA:OxleeCustomForm,210107,296996 ResetDCA:4"},
     {"a form of the very size", {.forms = {kLetterA4[0], kLetterA4[1], {"Mine", 215951, 279466}}}, 2, 0, {0, 256, 8500, 11000, 4}, "PDF",
-     "3 1 2794 2159 4 OxleeCustomForm 220 1", "ResetDCA:3"},
-    {"a form a thousandth off", {.forms = {kLetterA4[0], kLetterA4[1], {"Near", 215950, 279466}}}, 2, 0, {0, 256, 8500, 11000, 4}, "PDF",
-     "4 1 2794 2159 4 OxleeCustomForm 220 1", std::string(kAdd) + "ResetDCA:4"},
+     "3 1 2794 2159 4 OxleeCustomForm 220 1", "ResetDCA:4"},
     {"the first form: the custom code", {.forms = {{"Mine", 215951, 279466}}}, 2, 0, {0, 256, 8500, 11000, 4}, "PDF",
-     "256 1 2794 2159 4 OxleeCustomForm 220 1", "ResetDCA:256"},
-    {"a form that can't be added", {.failAddForm = true}, 2, 0, {1, 256, 8500, 11000, 4}, "PDF", "1 2 2159 2794 4 Letter 220 1",
-     "DeleteFormA:OxleeCustomForm AddFormA:OxleeCustomForm,215951,279466 ResetDCA:1"},
-    {"a system without forms", {}, 1, 0, {0, 256, 8500, 11000, 4}, "PDF", "256 1 2794 2159 4 OxleeCustomForm 220 1", "ResetDCA:256"},
+     "256 1 2794 2159 4 OxleeCustomForm 220 1", "ResetDCA:4"},
+    {"a form that can't be added: the printer's paper", {.failAddForm = true}, 2, 0, {1, 256, 8500, 11000, 4}, "PDF", "1 2 2159 2794 4 Letter 220 1",
+     std::string(kAdd) + "ResetDCA:4"},
+    {"a system without forms", {}, 1, 0, {0, 256, 8500, 11000, 4}, "PDF", "256 1 2794 2159 4 OxleeCustomForm 220 1", "ResetDCA:4"},
     {"no such printer", {}, 2, 0, {0, 0, 0, 0, 0}, "none", "none", ""},
-    {"a driver whose device mode grows", {.devModeSize = 300, .levelTwoSize = 200}, 2, 0, {0, 0, 0, 0, 7}, "PDF", "1 1 2794 2159 7 Letter 300 1", ""},
+    {"a driver whose device mode grows", {.replies = {{"DocumentPropertiesA:0", {300}}}}, 2, 0, {0, 0, 0, 0, 7}, "PDF", "1 1 2794 2159 7 Letter 300 1", ""},
     {"the saved setup for paper 0", {}, 2, 9, {0, 0, 0, 0, 4}, "PDF", "1 2 2794 2159 7 Letter 220 9", ""},
     {"the saved setup agrees", {}, 2, 9, {1, 1, 0, 0, 7}, "PDF", "1 2 2794 2159 7 Letter 220 9", ""},
     {"the saved setup disagrees", {}, 2, 9, {1, 9, 0, 0, 7}, "PDF", "9 2 2970 2100 7 A4 220 1", "DocumentPropertiesA:10"},
@@ -70,7 +66,7 @@ TEST_P(PrintDevMode, Request) {
     const Request& r = row.request;
     EXPECT_EQ(describe(PrintGetDevMode(r.orientation, row.device, driver, port, r.paper, r.width, r.height, r.bin)), row.mode)
         << "PrintGetDevMode(" << r.orientation << ", " << r.paper << ", " << r.width << ", " << r.height << ", " << r.bin << "): " << row.name;
-    EXPECT_EQ(setup.Calls({"AddFormA", "DeleteFormA", "DocumentPropertiesA:10", "ResetDCA"}), row.calls) << row.name;
+    EXPECT_EQ(setup.print.Calls("AddFormA DeleteFormA DocumentPropertiesA:10 ResetDCA"), row.calls) << row.name;
     PrtClearSaved();
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintDevMode, ::testing::ValuesIn(kModes));
@@ -99,7 +95,6 @@ struct ListRow { const char* name; Script script; const char* device; const char
 const ListRow kLists[] = {
     {"papers and bins", {}, "PDF", "2: 1 2159x2794 Letter 9 2100x2970 A4 | 2: 7 Automatic 4 Manual"},
     {"no bins", {.bins = {}}, "PDF", "2: 1 2159x2794 Letter 9 2100x2970 A4 | -1:"},
-    {"no papers", {.papers = {}}, "PDF", "-1: | 2: 7 Automatic 4 Manual"},
     {"no such printer", {}, "none", "0: | 0:"},
 };
 class PrintPaperLists : public ::testing::TestWithParam<ListRow> {};
@@ -113,16 +108,15 @@ INSTANTIATE_TEST_SUITE_P(Table, PrintPaperLists, ::testing::ValuesIn(kLists));
 // the answer "result paper WxH left,top,right,bottom".
 struct PageRow { const char* name; Script script; bool mode; DWORD fields; short paper, width, length, orientation; const char* form; const char* info; };
 const DWORD kSize = 2, kForm = 0x10002;
+const ScriptedPrint::Replies kOffset = {{"Escape8:13", {1}}}; // the printing offset (5, 4) in device units
 const PageRow kPages[] = {
-    {"a custom size", {}, true, kSize, 256, 2100, 2970, 1, "", "1 256 2100x2970 50,40,2050,2640"},
-    {"a custom size, landscape", {}, true, kSize, 256, 2100, 2970, 2, "", "1 256 2970x2100 40,50,2040,2650"},
-    {"a form", {}, true, kForm, 9, 0, 0, 1, "A4", "1 9 2100x2970 50,40,2050,2640"},
+    {"a custom size", {}, true, kSize, 256, 2100, 2970, 1, "", "1 256 2100x2970 0,0,8500,11000"},
+    {"a form", {}, true, kForm, 9, 0, 0, 1, "A4", "1 9 2100x2970 0,0,8500,11000"},
     {"a form the printer lacks", {}, true, kForm, 9, 0, 0, 1, "Nope", "0 9 -"},
-    {"a listed code", {}, true, kSize, 9, 0, 0, 2, "", "1 9 2970x2100 40,50,2040,2650"},
-    {"an unlisted code: the device's page", {}, true, kSize, 70, 0, 0, 1, "", "1 70 2159x2794 50,40,2050,2640"},
-    {"no printing offset", {.escapes = {12}}, true, kSize, 70, 0, 0, 1, "", "1 70 2159x2794 0,0,2000,2600"},
-    {"no page size", {.escapes = {}}, true, kSize, 70, 0, 0, 1, "", "0 70 -"},
-    {"the printer's default", {}, false, 0, 0, 0, 0, 0, "", "1 1 2159x2794 50,40,2050,2640"},
+    {"a listed code, landscape", {.replies = kOffset}, true, kSize, 9, 0, 0, 2, "", "1 9 2970x2100 40,50,8540,11050"},
+    {"an unlisted code: the device's page", {.replies = kOffset}, true, kSize, 70, 0, 0, 1, "", "1 70 8500x11000 50,40,8550,11040"},
+    {"no page size", {.replies = {{"Escape8:12", {0}}}}, true, kSize, 70, 0, 0, 1, "", "0 70 -"},
+    {"the printer's default", {}, false, 0, 0, 0, 0, 0, "", "1 1 2159x2794 0,0,8500,11000"},
 };
 class PageInfo : public ::testing::TestWithParam<PageRow> {};
 TEST_P(PageInfo, SizeAndPrintable) {
