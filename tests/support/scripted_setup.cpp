@@ -19,10 +19,7 @@ template <class L> Api<L> api(L) { return {}; }
 
 using Setup = ScriptedSetup;
 struct SetupState {
-    OslPrinterSetupService setup;
-    OslGraphicsService graphics;
-    OslWindowService window;
-    OslProfileService profile;
+    OslPrinterSetupService setup; OslGraphicsService graphics; OslWindowService window; OslProfileService profile;
     const OslGraphicsService* print; // the print backend's, under ours
     Setup::Script script;
     ScriptedPrint* log;
@@ -42,10 +39,7 @@ template <class... A> void say(const char* what, A... a) {
     ((s += sep + a, sep = ","), ...);
     sS.log->Note(s);
 }
-BOOL fail(DWORD error) {
-    sS.lastError = error;
-    return FALSE;
-}
+BOOL fail(DWORD error) { return sS.lastError = error, FALSE; }
 // `n` records, then their texts, into `out` when `size` allows (*needed either way).
 template <class R, class F> BOOL pack(LPBYTE out, DWORD size, LPDWORD needed, size_t n, size_t texts, F fill) {
     if (size < (*needed = DWORD(n * sizeof(R) + texts))) return fail(ERROR_INSUFFICIENT_BUFFER);
@@ -78,9 +72,8 @@ int WINAPI caps(LPCSTR, LPCSTR, WORD what, LPSTR out, const DEVMODEA*) {
     for (size_t i = 0; out && i < n; ++i) {
         if (what == DC_PAPERS) reinterpret_cast<WORD*>(out)[i] = papers[i].code;
         if (what == DC_PAPERSIZE) reinterpret_cast<POINT*>(out)[i] = {papers[i].width, papers[i].length};
-        if (what == DC_PAPERNAMES) std::strcpy(out + 64 * i, papers[i].name.c_str());
+        if (what == DC_PAPERNAMES || what == DC_BINNAMES) std::strcpy(out + (what == DC_BINNAMES ? 24 : 64) * i, (what == DC_BINNAMES ? bins[i].second : papers[i].name).c_str());
         if (what == DC_BINS) reinterpret_cast<WORD*>(out)[i] = bins[i].first;
-        if (what == DC_BINNAMES) std::strcpy(out + 24 * i, bins[i].second.c_str());
     }
     return int(n);
 }
@@ -97,18 +90,10 @@ BOOL forms(DWORD level, LPCSTR name, LPBYTE out, DWORD size, LPDWORD needed, DWO
         r.pName = put(fs[i].name), r.Size = {fs[i].cx, fs[i].cy}, r.ImageableArea = {0, 0, fs[i].cx, fs[i].cy};
     });
 }
-auto formNamed(LPCSTR name) { return std::find_if(sS.script.forms.begin(), sS.script.forms.end(), [name](const auto& f) { return f.name == name; }); }
 BOOL WINAPI addForm(HANDLE, DWORD, LPBYTE form) {
     const FORM_INFO_1A& f = *reinterpret_cast<FORM_INFO_1A*>(form);
     say("AddFormA", text(f.pName), std::to_string(f.Size.cx), std::to_string(f.Size.cy));
-    if (sS.script.failAddForm) return fail(80);
-    sS.script.forms.push_back({f.pName, f.Size.cx, f.Size.cy});
-    return TRUE;
-}
-BOOL WINAPI deleteForm(HANDLE, LPSTR name) {
-    say("DeleteFormA", text(name));
-    auto f = formNamed(name);
-    return f == sS.script.forms.end() ? fail(1902) : (sS.script.forms.erase(f), TRUE);
+    return sS.script.failAddForm ? fail(80) : (sS.script.forms.push_back({f.pName, f.Size.cx, f.Size.cy}), TRUE);
 }
 // A printer's handle is its place in the script.
 BOOL WINAPI openPrinter(LPSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSA) {
@@ -157,17 +142,14 @@ LRESULT WINAPI sendMessage(HWND h, UINT m, WPARAM w, LPARAM l) {
 // The user acts on the dialog until it ends.
 INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR, HWND, DLGPROC proc, LPARAM data) {
     if (sS.script.user == std::vector<std::string>{"none"}) return -1;
-    sS.proc = proc;
-    sS.ended = -2;
-    proc(kDialog, WM_INITDIALOG, 0, data);
+    (sS.proc = proc, sS.ended = -2), proc(kDialog, WM_INITDIALOG, 0, data);
     for (size_t i = 0; i < sS.script.user.size() && sS.ended == -2; ++i) {
         const std::string& act = sS.script.user[i];
         WPARAM id = act == "ok" ? 1 : act == "cancel" ? 2 : act == "setup" ? 4 : 900 | (act[0] == 'd' ? 2 : 1) << 16;
         if (id > 4) sS.selected = act.back() - '0';
         proc(kDialog, WM_COMMAND, id, 0);
     }
-    proc(kDialog, WM_DESTROY, 0, 0);
-    return sS.ended;
+    return proc(kDialog, WM_DESTROY, 0, 0), sS.ended;
 }
 int loadString(HINSTANCE module, UINT id, LPSTR out, int size) {
     if (module != reinterpret_cast<HINSTANCE>(0x4D5)) return gOslNative.profile->LoadStringA(module, id, out, size);
@@ -179,12 +161,13 @@ int loadString(HINSTANCE module, UINT id, LPSTR out, int size) {
 ScriptedSetup::ScriptedSetup(Script script) : m_saved(gOsl), print(script.replies) {
     sS.script = std::move(script);
     sS.log = &print, sS.print = gOsl.graphics, sS.rows.clear(), sS.selected = -1, sS.property = nullptr, sS.lastError = 0;
+    // The cursor's entries are the backend's.
     sS.setup = {enumPrinters, caps, api([](HANDLE, DWORD l, LPBYTE o, DWORD s, LPDWORD n, LPDWORD c) { return forms(l, nullptr, o, s, n, c); }),
-                api([](HANDLE, LPSTR name, DWORD l, LPBYTE o, DWORD s, LPDWORD n) { DWORD c; return forms(l, name, o, s, n, &c); }), addForm, deleteForm,
-                api([] { return sS.lastError; }), api([](HWND, INT_PTR r) -> BOOL { return sS.ended = r, TRUE; }),
-                api([](HWND, LPCSTR, HANDLE v) -> BOOL { return sS.property = v, TRUE; }), api([](HWND, LPCSTR) { return sS.property; }),
-                api([](HWND, LPCSTR) { return std::exchange(sS.property, nullptr); }), api([](HCURSOR c) { return c; }),
-                api([](HINSTANCE, LPCSTR) -> HCURSOR { return nullptr; }),
+                api([](HANDLE, LPSTR name, DWORD l, LPBYTE o, DWORD s, LPDWORD n) { DWORD c; return forms(l, name, o, s, n, &c); }), addForm,
+                api([](HANDLE, LPSTR name) { return say("DeleteFormA", text(name)), fail(1902); }), api([] { return sS.lastError; }),
+                api([](HWND, INT_PTR r) -> BOOL { return sS.ended = r, TRUE; }), api([](HWND, LPCSTR, HANDLE v) -> BOOL { return sS.property = v, TRUE; }),
+                api([](HWND, LPCSTR) { return sS.property; }), api([](HWND, LPCSTR) { return std::exchange(sS.property, nullptr); }),
+                gOslNative.printerSetup->SetCursor, gOslNative.printerSetup->LoadCursorA,
                 api([](HWND, LPSTR out, int n) { return std::strncpy(out, "Printer Setup", size_t(n)), 13; })};
     sS.graphics = *gOsl.graphics;
     sS.graphics.OpenPrinterA = openPrinter, sS.graphics.GetPrinterA = getPrinter, sS.graphics.DocumentPropertiesA = documentProperties;
