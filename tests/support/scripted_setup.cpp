@@ -137,7 +137,8 @@ LRESULT WINAPI sendMessage(HWND h, UINT m, WPARAM w, LPARAM l) {
     if (m == 393) return std::strcpy(reinterpret_cast<char*>(l), rows[w].c_str()), LRESULT(rows[w].size());
     if (m != 396 || w != WPARAM(-1)) return -1; // LB_SELECTSTRING from the start
     auto at = std::find_if(rows.begin(), rows.end(), [s](const auto& r) { return !strncasecmp(r.c_str(), s, std::strlen(s)); });
-    return sS.selected = at == rows.end() ? -1 : at - rows.begin();
+    sS.selected = at == rows.end() ? -1 : at - rows.begin();
+    return say("selected", std::to_string(sS.selected)), sS.selected;
 }
 // The user acts on the dialog until it ends.
 INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR, HWND, DLGPROC proc, LPARAM data) {

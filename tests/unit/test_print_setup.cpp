@@ -16,7 +16,7 @@ namespace {
 using Script = ScriptedSetup::Script;
 using Form = ScriptedSetup::Form;
 
-const char kRows[] = "row:PDF on CUPS:PDF row:Laser on LPT1: row:Laser on COM1:", kSame[] = "PDF|pdfdrv|CUPS:PDF";
+const char kRows[] = "row:PDF on CUPS:PDF row:Laser on LPT1: row:Laser on COM1: selected:0", kSame[] = "PDF|pdfdrv|CUPS:PDF";
 // "EnableWindow:2816,N": the Setup button enabled (1) or not (0).
 const char kOn[] = "EnableWindow:2816,1", kAnnounced[] = "EnableWindow:2816,1 broadcast:windows,3,2000";
 const char kNewPrinter[] = "EnableWindow:2816,1 EnableWindow:2816,1 profile:windows,device,Laser,ldrv,LPT1:, COM1: profile:0,0,0 "
@@ -33,9 +33,9 @@ const DialogRow kDialog[] = {
     {"the driver's dialog cancelled", {.user = {"setup", "ok"}, .replies = {{"DocumentPropertiesA:14", {IDCANCEL}}}}, true, 0, 0, kRows, kOn, kSame, 1},
     {"a new printer", {.user = {"select 1", "ok"}}, true, 0, 1, kRows, kNewPrinter, "Laser|ldrv|LPT1:, COM1:", -1},
     {"a double click confirms", {.user = {"double 2", "cancel"}}, true, 0, 1, kRows, kNewPrinter, "Laser|ldrv|LPT1:, COM1:", -1},
-    {"a port \"None\" and an empty one left out", {.printers = {{"X", "xd", "None,  ,FILE:"}}, .user = {"cancel"}}, true, 1, 0, "row:X on FILE:",
+    {"a port \"None\" and an empty one left out", {.printers = {{"X", "xd", "None,  ,FILE:"}}, .user = {"cancel"}}, true, 1, 0, "row:X on FILE: selected:-1",
      "EnableWindow:2816,0", kSame, 1},
-    {"a port \"None\" listed", {.printers = {{"X", "xd", "None"}}, .user = {"cancel"}}, true, 0, 0, "row:X on None", "EnableWindow:2816,0", kSame, 1},
+    {"a port \"None\" listed", {.printers = {{"X", "xd", "None"}}, .user = {"cancel"}}, true, 0, 0, "row:X on None selected:-1", "EnableWindow:2816,0", kSame, 1},
     {"the dialog can't be shown", {.user = {"none"}}, true, 0, 0, "", "", kSame, 1},
 };
 class PrintSetupDialog : public ::testing::TestWithParam<DialogRow> {};
@@ -48,7 +48,7 @@ TEST_P(PrintSetupDialog, Run) {
     char device[260] = "PDF", driver[260] = "pdfdrv", port[260] = "CUPS:PDF";
     BOOL result = PrintPrinterSetupExt(nullptr, &mode, device, driver, port, "ignored", row.skipNone, reinterpret_cast<HINSTANCE>(0x4D5), 77);
     EXPECT_EQ(result, row.result) << "PrintPrinterSetupExt: " << row.name;
-    EXPECT_EQ(setup.print.Calls("row:"), row.rows) << "the rows listed: " << row.name;
+    EXPECT_EQ(setup.print.Calls("row: selected:"), row.rows) << "the rows listed and the one selected: " << row.name;
     EXPECT_EQ(setup.print.Calls("profile broadcast MessageBoxA EnableWindow"), row.calls) << "written, announced, shown: " << row.name;
     EXPECT_EQ(std::string(device) + "|" + driver + "|" + port, row.names) << "the caller's names after: " << row.name;
     const DEVMODEA* m = mode ? static_cast<const DEVMODEA*>(gOsl.memory->GlobalLock(mode)) : nullptr;
