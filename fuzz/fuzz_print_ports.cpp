@@ -16,13 +16,12 @@ namespace {
 
 void require(bool ok) { if (!ok) __builtin_trap(); }
 
-struct Ports { LPCSTR none; int count; };
-void port(LPCSTR p, void* data) {
-    Ports& ports = *static_cast<Ports*>(data);
+LPCSTR gNone; // "None" when those ports are left out
+int gPorts;
+void port(LPCSTR p, void*) {
     size_t n = std::strlen(p);
-    require(n > 0 && n < PRINT_NAME_BYTES && !std::strchr(p, ','));
-    require(!ports.none || !IntlIsStrEqual(p, ports.none));
-    ++ports.count;
+    require(n > 0 && n < PRINT_NAME_BYTES && !std::strchr(p, ',') && !(gNone && IntlIsStrEqual(p, gNone)));
+    ++gPorts;
 }
 
 } // namespace
@@ -31,14 +30,15 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     if (size == 0) return 0;
     std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
     text = text.c_str(); // up to the first NUL, as the spooler's text ends
-    Ports ports = {data[0] & 1 ? "None" : nullptr, 0};
-    PrintEachPort(text.c_str(), ports.none, port, &ports);
-    require(ports.count <= std::count(text.begin(), text.end(), ',') + 1);
+    gNone = data[0] & 1 ? "None" : nullptr;
+    gPorts = 0;
+    PrintEachPort(text.c_str(), gNone, port, nullptr);
+    require(gPorts <= std::count(text.begin(), text.end(), ',') + 1);
     size_t room = 1 + data[0] / 2;
     std::string out(room + 16, '\x7f');
     PrintFormatPair(&out[0], room, text.c_str(), "printer", "port");
     size_t n = std::strlen(out.c_str());
     require(n < room && out[room] == '\x7f');
-    if (text.find('%') == std::string::npos) require(out.compare(0, n, text, 0, std::min(n, text.size())) == 0 && n == std::min(text.size(), room - 1));
+    if (text.find('%') == std::string::npos) require(out.compare(0, n, text, 0, n) == 0 && n == std::min(text.size(), room - 1));
     return 0;
 }

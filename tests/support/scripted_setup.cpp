@@ -20,8 +20,10 @@ template <class L> Api<L> api(L) { return {}; }
 using Setup = ScriptedSetup;
 struct SetupState {
     OslPrinterSetupService setup; OslGraphicsService graphics; OslWindowService window; OslProfileService profile;
+    const OslGraphicsService* print; // the print backend's, under ours
     Setup::Script script;
-    std::vector<std::string> log, rows;
+    ScriptedPrint* log;
+    std::vector<std::string> rows;
     DWORD lastError;
     LRESULT selected;
     HANDLE property;
@@ -29,13 +31,13 @@ struct SetupState {
     INT_PTR ended;
 } sS;
 
-const HWND kDialog = reinterpret_cast<HWND>(0xA00), kList = reinterpret_cast<HWND>(0xB00 + 900), kSetup = reinterpret_cast<HWND>(0xB04);
+const HWND kDialog = reinterpret_cast<HWND>(0xA00);
 
 std::string text(LPCSTR s) { return s ? s : "0"; }
 template <class... A> void say(const char* what, A... a) {
     std::string s = what, sep = ":";
     ((s += sep + a, sep = ","), ...);
-    sS.log.push_back(s);
+    sS.log->Note(s);
 }
 BOOL fail(DWORD error) { return sS.lastError = error, FALSE; }
 // `n` records, then their texts, into `out` when `size` allows (*needed either way).
@@ -46,17 +48,19 @@ template <class R, class F> BOOL pack(LPBYTE out, DWORD size, LPDWORD needed, si
     for (size_t i = 0; i < n; ++i) fill(reinterpret_cast<R*>(out)[i] = R{}, i, put);
     return TRUE;
 }
-void defaultMode(DEVMODEA* m, size_t size) {
-    Setup::Paper p = sS.script.papers.empty() ? Setup::Paper{1, 2159, 2794, "Letter"} : sS.script.papers[0];
-    *m = {}, std::memset(m, 0, size);
-    m->dmSize = sizeof(DEVMODEA), m->dmDriverExtra = WORD(size - sizeof(DEVMODEA)), m->dmFields = sS.script.fields, m->dmOrientation = 1;
-    m->dmPaperSize = short(p.code), m->dmPaperLength = short(p.length), m->dmPaperWidth = short(p.width), m->dmDefaultSource = 7, m->dmCopies = 1;
+// The driver's default: the first paper, portrait, the first bin, one copy.
+void defaultMode(DEVMODEA* m) {
+    const Setup::Paper& p = sS.script.papers[0];
+    *m = {};
+    m->dmSize = sizeof(DEVMODEA), m->dmFields = 0x1020F, m->dmOrientation = 1, m->dmDefaultSource = 7, m->dmCopies = 1;
+    m->dmPaperSize = short(p.code), m->dmPaperLength = short(p.length), m->dmPaperWidth = short(p.width);
     std::strncpy(reinterpret_cast<char*>(m->dmFormName), p.name.c_str(), 31);
 }
+size_t textsOf(const Setup::Printer& p) { return p.name.size() + p.driver.size() + p.ports.size() + 3; }
 BOOL WINAPI enumPrinters(DWORD, LPSTR, DWORD, LPBYTE out, DWORD size, LPDWORD needed, LPDWORD count) {
     const auto& ps = sS.script.printers;
     size_t texts = 0;
-    for (const auto& p : ps) texts += p.name.size() + p.driver.size() + p.ports.size() + 3;
+    for (const auto& p : ps) texts += textsOf(p);
     return pack<PRINTER_INFO_2A>(out, size, needed, *count = DWORD(ps.size()), texts, [&](PRINTER_INFO_2A& r, size_t i, auto put) {
         r.pPrinterName = put(ps[i].name), r.pDriverName = put(ps[i].driver), r.pPortName = put(ps[i].ports);
     });
@@ -73,11 +77,12 @@ int WINAPI caps(LPCSTR, LPCSTR, WORD what, LPSTR out, const DEVMODEA*) {
     }
     return int(n);
 }
-auto formNamed(LPCSTR name) { return std::find_if(sS.script.forms.begin(), sS.script.forms.end(), [name](const auto& f) { return f.name == name; }); }
-// The printer's forms, or the one named `name`.
-BOOL forms(LPCSTR name, LPBYTE out, DWORD size, LPDWORD needed, DWORD* count) {
-    std::vector<Setup::Form> fs = sS.script.forms;
-    if (name) fs.assign(formNamed(name), formNamed(name) == sS.script.forms.end() ? sS.script.forms.end() : formNamed(name) + 1);
+// The printer's forms, or the one named `name`; level 1 only.
+BOOL forms(DWORD level, LPCSTR name, LPBYTE out, DWORD size, LPDWORD needed, DWORD* count) {
+    std::vector<Setup::Form> fs;
+    for (const Setup::Form& f : sS.script.forms)
+        if (!name || f.name == name) fs.push_back(f);
+    if (level != 1) return fail(124); // ERROR_INVALID_LEVEL
     if (name && fs.empty()) return fail(1902); // ERROR_INVALID_FORM_NAME
     size_t texts = 0;
     for (const auto& f : fs) texts += f.name.size() + 1;
@@ -85,59 +90,55 @@ BOOL forms(LPCSTR name, LPBYTE out, DWORD size, LPDWORD needed, DWORD* count) {
         r.pName = put(fs[i].name), r.Size = {fs[i].cx, fs[i].cy}, r.ImageableArea = {0, 0, fs[i].cx, fs[i].cy};
     });
 }
-BOOL WINAPI enumForms(HANDLE, DWORD level, LPBYTE out, DWORD size, LPDWORD needed, LPDWORD count) {
-    return level == 1 ? forms(nullptr, out, size, needed, count) : fail(124); // ERROR_INVALID_LEVEL
-}
-BOOL WINAPI getForm(HANDLE, LPSTR name, DWORD level, LPBYTE out, DWORD size, LPDWORD needed) {
-    DWORD n;
-    return level == 1 ? forms(name, out, size, needed, &n) : fail(124);
-}
 BOOL WINAPI addForm(HANDLE, DWORD, LPBYTE form) {
     const FORM_INFO_1A& f = *reinterpret_cast<FORM_INFO_1A*>(form);
     say("AddFormA", text(f.pName), std::to_string(f.Size.cx), std::to_string(f.Size.cy));
-    if (sS.script.failAddForm || formNamed(f.pName) != sS.script.forms.end()) return fail(80);
-    return sS.script.forms.push_back({f.pName, f.Size.cx, f.Size.cy}), TRUE;
+    return sS.script.failAddForm ? fail(80) : (sS.script.forms.push_back({f.pName, f.Size.cx, f.Size.cy}), TRUE);
 }
-BOOL WINAPI deleteForm(HANDLE, LPSTR name) {
-    auto f = (say("DeleteFormA", text(name)), formNamed(name));
-    return f == sS.script.forms.end() ? fail(1902) : (sS.script.forms.erase(f), TRUE);
-}
+// A printer's handle is its place in the script.
 BOOL WINAPI openPrinter(LPSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSA) {
     const auto& ps = sS.script.printers;
     auto p = std::find_if(ps.begin(), ps.end(), [name](const auto& q) { return q.name == name; });
-    return *printer = reinterpret_cast<HANDLE>(0x9E00 + (p - ps.begin())), p != ps.end();
+    *printer = reinterpret_cast<HANDLE>(0x9E00 + (p - ps.begin()));
+    return p != ps.end();
 }
+// Level 2, with the default device mode.
 BOOL WINAPI getPrinter(HANDLE printer, DWORD, LPBYTE out, DWORD size, LPDWORD needed) {
     const auto& p = sS.script.printers[size_t(reinterpret_cast<uintptr_t>(printer) - 0x9E00)];
-    WORD mode = sS.script.levelTwoSize;
-    return pack<PRINTER_INFO_2A>(out, size, needed, 1, mode + p.name.size() + p.driver.size() + p.ports.size() + 3, [&](PRINTER_INFO_2A& r, size_t, auto put) {
-        defaultMode(r.pDevMode = reinterpret_cast<LPDEVMODEA>(put(std::string(mode - 1, 'm'))), mode);
+    return pack<PRINTER_INFO_2A>(out, size, needed, 1, sizeof(DEVMODEA) + textsOf(p), [&](PRINTER_INFO_2A& r, size_t, auto put) {
+        defaultMode(r.pDevMode = reinterpret_cast<LPDEVMODEA>(put(std::string(sizeof(DEVMODEA) - 1, 'm'))));
         r.pPrinterName = put(p.name), r.pDriverName = put(p.driver), r.pPortName = put(p.ports);
     });
 }
-// Mode 0: the size; otherwise the default, the input over it (DM_IN_BUFFER),
-// and the driver's dialog (DM_IN_PROMPT), which sets 7 copies on OK.
-LONG WINAPI documentProperties(HWND, HANDLE, LPSTR, LPDEVMODEA out, LPDEVMODEA in, DWORD mode) {
-    if (say("DocumentPropertiesA", std::to_string(mode)), !mode) return sS.script.devModeSize;
-    defaultMode(out, size_t(sS.script.devModeSize));
-    if (in && (mode & 8)) std::memcpy(out, in, std::min<size_t>(in->dmSize + in->dmDriverExtra, size_t(sS.script.devModeSize)));
-    if (mode & 4 && sS.script.driverAnswer == IDOK) out->dmCopies = 7;
-    return mode & 4 ? sS.script.driverAnswer : IDOK;
+// "DocumentPropertiesA:MODE" logged, the answer the print backend's; a device mode out is the default, the
+// input over it (DM_IN_BUFFER), and 7 copies when the driver's dialog
+// (DM_IN_PROMPT) is confirmed.
+LONG WINAPI documentProperties(HWND w, HANDLE printer, LPSTR name, LPDEVMODEA out, LPDEVMODEA in, DWORD mode) {
+    say("DocumentPropertiesA", std::to_string(mode));
+    LONG answer = sS.print->DocumentPropertiesA(w, printer, name, out, in, mode);
+    if (!mode) return answer;
+    defaultMode(out);
+    if (in && (mode & 8)) *out = *in;
+    if ((mode & 4) && answer == IDOK) out->dmCopies = 7;
+    return answer;
 }
-int WINAPI escape(HDC, int code, int, LPCSTR in, LPVOID out) {
-    const auto& s = sS.script;
-    if (code == QUERYESCSUPPORT) return std::count(s.escapes.begin(), s.escapes.end(), *reinterpret_cast<const int*>(in)) > 0;
-    return *static_cast<POINT*>(out) = code == GETPHYSPAGESIZE ? s.page : s.offset, 1;
+// The print backend's device, with a printing offset of (5, 4).
+int WINAPI escape(HDC dc, int code, int n, LPCSTR in, LPVOID out) {
+    if (code == GETPRINTINGOFFSET) *static_cast<POINT*>(out) = {5, 4};
+    return sS.print->Escape(dc, code, n, in, out);
 }
-LRESULT WINAPI listMessage(UINT m, WPARAM w, LPARAM l) {
+// The list box takes its messages whatever the control; WM_COMMAND goes to the dialog.
+LRESULT WINAPI sendMessage(HWND h, UINT m, WPARAM w, LPARAM l) {
     auto& rows = sS.rows;
     const char* s = reinterpret_cast<const char*>(l);
-    if (m == 384) return rows.push_back(s), LRESULT(rows.size() - 1);
+    if (m == WM_COMMAND) return sS.proc(h, m, w, l);
+    if (m == 384) return say("row", std::string(s)), rows.push_back(s), LRESULT(rows.size() - 1);
     if (m == 392) return sS.selected;
     if (m == 393) return std::strcpy(reinterpret_cast<char*>(l), rows[w].c_str()), LRESULT(rows[w].size());
     if (m != 396 || w != WPARAM(-1)) return -1; // LB_SELECTSTRING from the start
     auto at = std::find_if(rows.begin(), rows.end(), [s](const auto& r) { return !strncasecmp(r.c_str(), s, std::strlen(s)); });
-    return sS.selected = at == rows.end() ? -1 : at - rows.begin();
+    sS.selected = at == rows.end() ? -1 : at - rows.begin();
+    return say("selected", std::to_string(sS.selected)), sS.selected;
 }
 // The user acts on the dialog until it ends.
 INT_PTR WINAPI dialogBox(HINSTANCE, LPCSTR, HWND, DLGPROC proc, LPARAM data) {
@@ -158,44 +159,27 @@ int loadString(HINSTANCE module, UINT id, LPSTR out, int size) {
 
 } // namespace
 
-ScriptedSetup::ScriptedSetup(Script script) : m_saved(gOsl) {
+ScriptedSetup::ScriptedSetup(Script script) : m_saved(gOsl), print(script.replies) {
     sS.script = std::move(script);
-    sS.log.clear(), sS.rows.clear(), sS.selected = -1, sS.property = nullptr, sS.lastError = 0;
-    sS.setup = {enumPrinters, caps, enumForms, getForm, addForm, deleteForm, api([] { return sS.lastError; }),
+    sS.log = &print, sS.print = gOsl.graphics, sS.rows.clear(), sS.selected = -1, sS.property = nullptr, sS.lastError = 0;
+    // The cursor's entries are the backend's.
+    sS.setup = {enumPrinters, caps, api([](HANDLE, DWORD l, LPBYTE o, DWORD s, LPDWORD n, LPDWORD c) { return forms(l, nullptr, o, s, n, c); }),
+                api([](HANDLE, LPSTR name, DWORD l, LPBYTE o, DWORD s, LPDWORD n) { DWORD c; return forms(l, name, o, s, n, &c); }), addForm,
+                api([](HANDLE, LPSTR name) { return say("DeleteFormA", text(name)), fail(1902); }), api([] { return sS.lastError; }),
                 api([](HWND, INT_PTR r) -> BOOL { return sS.ended = r, TRUE; }), api([](HWND, LPCSTR, HANDLE v) -> BOOL { return sS.property = v, TRUE; }),
                 api([](HWND, LPCSTR) { return sS.property; }), api([](HWND, LPCSTR) { return std::exchange(sS.property, nullptr); }),
-                api([](HCURSOR c) { return c; }), api([](HINSTANCE, LPCSTR) -> HCURSOR { return nullptr; }),
+                gOslNative.printerSetup->SetCursor, gOslNative.printerSetup->LoadCursorA,
                 api([](HWND, LPSTR out, int n) { return std::strncpy(out, "Printer Setup", size_t(n)), 13; })};
-    OslGraphicsService& g = sS.graphics = *gOsl.graphics;
-    g.OpenPrinterA = openPrinter, g.GetPrinterA = getPrinter, g.DocumentPropertiesA = documentProperties, g.Escape = escape;
-    g.ClosePrinter = api([](HANDLE) -> BOOL { return TRUE; }), g.DeleteDC = api([](HDC) -> BOOL { return TRUE; }), g.SetMapMode = api([](HDC, int) { return 1; });
-    g.CreateICA = api([](LPCSTR, LPCSTR, LPCSTR, const DEVMODEA*) { return reinterpret_cast<HDC>(0xC00); });
-    g.ResetDCA = api([](HDC dc, const DEVMODEA* m) { return say("ResetDCA", std::to_string(m->dmPaperSize)), dc; });
-    g.DPtoLP = api([](HDC, LPPOINT p, int n) -> BOOL { return std::transform(p, p + n, p, [](POINT q) { return POINT{q.x, -q.y}; }), TRUE; });
-    g.GetClipBox = api([](HDC, LPRECT r) { return *r = sS.script.clip, 2; });
-    OslWindowService& w = sS.window = *gOsl.window;
-    w.SendMessageA = api([](HWND h, UINT m, WPARAM wp, LPARAM lp) { return h == kList ? listMessage(m, wp, lp) : sS.proc(h, m, wp, lp); });
-    w.SendMessageTimeoutA = api([](HWND, UINT, WPARAM, LPARAM l, UINT f, UINT ms, PDWORD_PTR) -> LRESULT {
+    sS.graphics = *gOsl.graphics;
+    sS.graphics.OpenPrinterA = openPrinter, sS.graphics.GetPrinterA = getPrinter, sS.graphics.DocumentPropertiesA = documentProperties;
+    sS.graphics.Escape = escape;
+    sS.window = *gOsl.window;
+    sS.window.SendMessageA = sendMessage, sS.window.DialogBoxParamA = dialogBox;
+    sS.window.SendMessageTimeoutA = api([](HWND, UINT, WPARAM, LPARAM l, UINT f, UINT ms, PDWORD_PTR) -> LRESULT {
         return say("broadcast", text(reinterpret_cast<LPCSTR>(l)), std::to_string(f), std::to_string(ms)), 1;
     });
-    w.EnableWindow = api([](HWND h, BOOL on) -> BOOL { return h == kSetup ? say("setup", std::to_string(on)) : void(), TRUE; });
-    w.GetDlgItem = api([](HWND, int id) { return reinterpret_cast<HWND>(intptr_t(0xB00 + id)); });
-    w.MessageBoxA = api([](HWND, LPCSTR t, LPCSTR caption, UINT) { return say("box", text(t), text(caption)), IDOK; });
-    w.DialogBoxParamA = dialogBox, w.SetFocus = api([](HWND h) { return h; }), w.GetParent = api([](HWND) -> HWND { return nullptr; });
-    w.MoveWindow = api([](HWND, int, int, int, int, BOOL) -> BOOL { return TRUE; });
     sS.profile = *gOsl.profile, sS.profile.LoadStringA = loadString;
     sS.profile.WriteProfileStringA = [](LPCSTR s, LPCSTR k, LPCSTR v) -> BOOL { return say("profile", text(s), text(k), text(v)), TRUE; };
-    gOsl.printerSetup = &sS.setup, gOsl.graphics = &g, gOsl.window = &w, gOsl.profile = &sS.profile;
+    gOsl.printerSetup = &sS.setup, gOsl.graphics = &sS.graphics, gOsl.window = &sS.window, gOsl.profile = &sS.profile;
 }
 ScriptedSetup::~ScriptedSetup() { gOsl = m_saved; }
-std::string ScriptedSetup::Calls(std::initializer_list<const char*> prefixes) const {
-    std::string out;
-    for (const std::string& e : sS.log)
-        if (std::any_of(prefixes.begin(), prefixes.end(), [&e](const char* p) { return e.rfind(p, 0) == 0; })) out += (out.empty() ? "" : " ") + e;
-    return out;
-}
-std::string ScriptedSetup::Rows() const {
-    std::string out;
-    for (const std::string& r : sS.rows) out += (out.empty() ? "" : "|") + r;
-    return out;
-}

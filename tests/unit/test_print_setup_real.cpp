@@ -14,9 +14,13 @@ namespace {
 
 const char* printer() { return std::getenv("OXL_TEST_PRINTER"); }
 
-// A listed paper's code, name and size, as the device's own lists give them.
+// A listed paper's code, name and size, as the device's own lists give them;
+// one row upright, one on its side.
 struct MergeRow { WORD orientation, paper; };
-const MergeRow kMerges[] = {{0, DMPAPER_A4}, {1, DMPAPER_LETTER}, {0, DMPAPER_A5}, {1, DMPAPER_LEGAL}};
+const MergeRow kMerges[] = {
+    {0, DMPAPER_A4},
+    {1, DMPAPER_LETTER},
+};
 TEST(PrintRealSpooler, MergesListedPapersAsTheDeviceListsThem) {
     if (!printer()) GTEST_SKIP() << "no OXL_TEST_PRINTER";
     int n = DeviceCapabilitiesA(printer(), nullptr, DC_PAPERS, nullptr, nullptr);
@@ -66,10 +70,9 @@ void user(DWORD thread, std::string* done) {
     HWND dialog = dialogOf(thread, nullptr), list = GetDlgItem(dialog, 900);
     SendMessageA(list, LB_SELECTSTRING, WPARAM(-1), reinterpret_cast<LPARAM>((std::string(printer()) + " on ").c_str()));
     SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(900, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
-    *done = IsWindowEnabled(GetDlgItem(dialog, 4)) ? "" : "Setup disabled; ";
     PostMessageA(dialog, WM_COMMAND, 4, 0);
     HWND driver = dialogOf(thread, dialog);
-    *done += driver ? "driver dialog" : "no driver dialog";
+    *done = driver ? "driver dialog" : "no driver dialog";
     for (int i = 0; i < 50 && driver && IsWindow(driver); ++i) PostMessageA(driver, WM_COMMAND, IDOK, 0), Sleep(100);
     PostMessageA(dialog, WM_COMMAND, IDOK, 0);
 }
