@@ -65,6 +65,7 @@ TEST_P(CBOpen, FlagsOnRealFiles) {
     ASSERT_EQ(got, r.result) << what << ", last error " << gOsl.dialog->GetLastError();
     EXPECT_EQ(std::string(out), r.out == kUntouched || r.out == kNone ? "untouched" : r.out == kAsGiven ? r.name : full) << what;
     EXPECT_TRUE(r.flags != OF_EXIST || got != kFailed || gOsl.dialog->GetLastError() == 2) << what << ": a failed search is a missing file";
+    EXPECT_TRUE(r.name.size() < CBOF_PATHMAX || gOsl.dialog->GetLastError() == 87) << what << ": a name too long is an invalid parameter";
     EXPECT_TRUE(r.writable < 0 || writes(h) == (r.writable == 1)) << what << ": writing to the handle";
 #ifdef _WIN32
     bool shared = (r.flags & 0x70) != OF_SHARE_EXCLUSIVE && (r.flags & 0x70) != OF_SHARE_DENY_READ; // the handle shares reading
@@ -74,6 +75,20 @@ TEST_P(CBOpen, FlagsOnRealFiles) {
     EXPECT_TRUE(r.exists < 0 || opens(full) == (r.exists == 1)) << what << ": the file afterwards";
 }
 INSTANTIATE_TEST_SUITE_P(Table, CBOpen, ::testing::ValuesIn(kOpens));
+// The test program is found beside itself from another folder.
+TEST(CBOpenFile, FindsAFileBesideTheProgram) {
+    fs::path home = fs::current_path();
+    fs::current_path(fs::temp_directory_path());
+#ifdef _WIN32
+    const char* self = "oxl_unit_tests.exe";
+#else
+    const char* self = "oxl_unit_tests";
+#endif
+    char out[CBOF_PATHMAX] = "";
+    EXPECT_EQ(CBOpenFile(self, out, OF_EXIST), nullptr) << "CBOpenFile(\"" << self << "\", OF_EXIST) from " << fs::current_path();
+    EXPECT_EQ(fs::path(out).filename().string(), self) << "the full name found: " << out;
+    fs::current_path(home);
+}
 TEST(CBOpenFile, NoName) { EXPECT_EQ(CBOpenFile(nullptr, nullptr, OF_READ), INVALID_HANDLE_VALUE) << "CBOpenFile(null, null, OF_READ)"; }
 
 } // namespace

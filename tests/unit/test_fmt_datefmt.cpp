@@ -122,6 +122,7 @@ TEST(FMTFormatDateTime, LocaleNames) {
     char monday[32] = "";
     gOsl.system->GetLocaleInfoA(0x400, 0x2A, monday, sizeof monday);
     if (std::string(monday) != "Monday") GTEST_SKIP() << "the user's locale names Monday \"" << monday << "\"";
+    EXPECT_EQ(gOsl.system->GetLocaleInfoA(0x400, 0x2A, monday, 6), 0) << "GetLocaleInfoA of \"Monday\" into 6 bytes";
     ExpectFormats({
         {kJan1, Pic("dddd ddd"), "Saturday Sat"}, {D(1, 2, 2000), Pic("dddd ddd"), "Sunday Sun"}, {D(1, 7, 2000), Pic("dddd"), "Friday"},
         {kJan1, Pic("MMMM MMM"), "January Jan"}, {D(12, 1, 2000), Pic("MMMM MMM"), "December Dec"}, {D(0, 1, 2000), Pic("'['MMMM']'"), "[]"},

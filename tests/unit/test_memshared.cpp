@@ -196,15 +196,15 @@ TEST_F(SharedHeap, DamageIsFoundAndNothingIsFollowedOutOfTheHeap) {
 }
 
 TEST_F(SharedHeap, BadFreesChangeNothing) {
-    uint32_t a = Alloc(100), b = Alloc(100);
+    uint32_t a = Alloc(100), b = Alloc(100), c = Alloc(100);
     Alloc(100);
-    Free(a);
+    Free(a), Free(c); // the free list: c, then a
     auto before = Bytes();
-    const struct { const char* what; uintptr_t payload; } cases[] = {{"a block freed twice", a}, {"the middle of a payload", b + 8}, {"null", 0},
-                 {"the heap's header", base + 20}, {"beyond the heap", base + 4000}, {"above 4 GB", uintptr_t(-1) - 15}};
-    for (const auto& c : cases) {
-        MemSharedFree(reinterpret_cast<void*>(c.payload));
-        EXPECT_TRUE(Bytes() == before) << "MemSharedFree of " << c.what << " changed the heap";
+    const struct { const char* what; uintptr_t payload; } cases[] = {{"the free list's head freed twice", c}, {"its second block freed twice", a},
+                 {"the middle of a payload", b + 8}, {"null", 0}, {"the heap's header", base + 20}, {"beyond the heap", base + 4000}, {"above 4 GB", uintptr_t(-1) - 15}};
+    for (const auto& r : cases) {
+        MemSharedFree(reinterpret_cast<void*>(r.payload));
+        EXPECT_TRUE(Bytes() == before) << "MemSharedFree of " << r.what << " changed the heap";
     }
     EXPECT_EQ(MemSharedCheckAll(), 1);
 }

@@ -2,11 +2,13 @@
 // message boxes, the dialog's texts, the paper bins and the status it leaves,
 // for each way a job can go.
 #include "print/print.h"
+#include "tests/support/scripted_osl.h"
 #include "tests/support/scripted_print.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <thread>
 
 namespace {
 
@@ -104,6 +106,9 @@ TEST(PrintJobSlots, GrowByTwoAndGoWhenEmpty) {
     const int answers[] = {AbortTest(nullptr, -4), PrintAbort(a), AbortTest(a, 0), AbortTest(a, -2), PrintJobStateForDC(a)->nAbortCode, AbortTest(a, 0)};
     EXPECT_EQ(std::vector<int>(answers, answers + 6), std::vector<int>({1, 1, 1, 0, -2, 0})) << "AbortTest(null, -4), PrintAbort(a), AbortTest(a, 0), AbortTest(a, -2), its code, AbortTest(a, 0)";
     PrintJobStateRelease(a);
+    PrintJobState* without = reinterpret_cast<PrintJobState*>(1); // a thread whose state can't be made has no slot
+    std::thread([&] { ScriptedHeap none(1); without = PrintJobStateForDC(a); }).join();
+    EXPECT_EQ(without, nullptr) << "PrintJobStateForDC on a thread without memory";
 }
 
 } // namespace

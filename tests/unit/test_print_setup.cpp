@@ -114,9 +114,11 @@ TEST_P(PrintDevMode, Request) {
     PrtClearSaved();
     if (saved) PrintSetupStore("PDF", driver, port, saved), gOsl.memory->GlobalFree(saved);
     const Request& r = row.request;
+    ScriptedHeap heap;
     EXPECT_EQ(describe(PrintGetDevMode(r.orientation, row.device, driver, port, r.paper, r.width, r.height, r.bin)), row.mode)
         << "PrintGetDevMode(" << r.orientation << ", " << r.paper << ", " << r.width << ", " << r.height << ", " << r.bin << "): " << row.name;
     EXPECT_EQ(setup.print.Calls("AddFormA DeleteFormA DocumentPropertiesA:10 ResetDCA"), row.calls) << row.name;
+    EXPECT_EQ(heap.Outstanding(), 0) << "blocks left by PrintGetDevMode: " << row.name;
     PrtClearSaved();
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintDevMode, ::testing::ValuesIn(kModes));
