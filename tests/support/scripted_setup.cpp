@@ -175,8 +175,8 @@ ScriptedSetup::ScriptedSetup(Script script) : m_saved(gOsl), print(script.replie
     sS.graphics.Escape = escape;
     sS.window = *gOsl.window;
     sS.window.SendMessageA = sendMessage, sS.window.DialogBoxParamA = dialogBox;
-    sS.window.SendMessageTimeoutA = api([](HWND, UINT, WPARAM, LPARAM l, UINT f, UINT ms, PDWORD_PTR) -> LRESULT {
-        return say("broadcast", text(reinterpret_cast<LPCSTR>(l)), std::to_string(f), std::to_string(ms)), 1;
+    sS.window.SendMessageTimeoutA = api([](HWND, UINT, WPARAM w, LPARAM l, UINT f, UINT ms, PDWORD_PTR) -> LRESULT {
+        return say("broadcast", std::to_string(w), text(reinterpret_cast<LPCSTR>(l)), std::to_string(f), std::to_string(ms)), 1;
     });
     sS.profile = *gOsl.profile, sS.profile.LoadStringA = loadString;
     sS.profile.WriteProfileStringA = [](LPCSTR s, LPCSTR k, LPCSTR v) -> BOOL { return say("profile", text(s), text(k), text(v)), TRUE; };

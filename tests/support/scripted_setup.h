@@ -37,7 +37,7 @@ private:
 public:
     // Its log also holds "row:TEXT" for each row the list box gets,
     // "selected:N" for the row found by the start of its text,
-    // "profile:S,K,V", "broadcast:SECTION,FLAGS,MS", "AddFormA:NAME,CX,CY"
+    // "profile:S,K,V", "broadcast:WPARAM,SECTION,FLAGS,MS", "AddFormA:NAME,CX,CY"
     // and "DeleteFormA:NAME".
     ScriptedPrint print;
 };

@@ -115,6 +115,8 @@ TEST(PosixBackend, SystemTimeAndProfileDefaults) {
     char out[4] = "xxx";
     EXPECT_EQ(gOsl.profile->GetProfileStringA("intl", "sDate", "abcdef", out, sizeof out), 3u) << "GetProfileStringA with \"abcdef\" into 4 bytes";
     EXPECT_STREQ(out, "abc");
+    char name[64] = "";
+    EXPECT_EQ(gOsl.system->GetLocaleInfoA(0x400, 0x50, name, sizeof name), 0) << "GetLocaleInfoA of a type the locale has no name for: " << name;
     DWORD slot = gOsl.sync->TlsAlloc(); // a slot given back can't be given back twice, and is handed out again
     BOOL first = gOsl.sync->TlsFree(slot), second = gOsl.sync->TlsFree(slot);
     EXPECT_EQ(std::make_tuple(first, second, gOsl.sync->TlsAlloc()), std::make_tuple(1, 0, slot)) << "TlsFree twice";

@@ -33,7 +33,7 @@ TEST(NumToLong, CutsTowardsZeroAndRepliesOnOverflow) {
         // the test watches the partial value before its last multiplication: 2^29 - 1 passes; top bits
         // 2 pass while the new value reads negative; 2^31 has top bits that read negative and passes
         {"53687091199", 2147483647, 0}, {"53687091300", -2147483548, 0}, {"80530636800", -1073741824, 1},
-        {"214748364800", 0, 0}, {"55834574848", 0, 0}, // top bits 2 and a new value of exactly 0 (2^32 x 13): passes
+        {"214748364800", 0, 0}, {"55834574848", 0, 0}, {"55834574849", 1, 1}, // top bits 2 and a new value of exactly 0 (2^32 x 13) passes, of 1 not
         {"#00", 0, 0}, {"#01 C0", 0, 0}, {"#04 C0 00 00 00", 0, 0},
         {"#04 C1 07 00 00", 7, 0}, {"#43 C1 07 08", 7, 0}, // padded; bits 6-7 are not length
     };

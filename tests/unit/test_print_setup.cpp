@@ -18,17 +18,17 @@ using Form = ScriptedSetup::Form;
 
 const char kRows[] = "row:PDF on CUPS:PDF row:Laser on LPT1: row:Laser on COM1: selected:0", kSame[] = "PDF|pdfdrv|CUPS:PDF";
 // "EnableWindow:2816,N": the Setup button enabled (1) or not (0).
-const char kOn[] = "EnableWindow:2816,1", kAnnounced[] = "EnableWindow:2816,1 broadcast:windows,3,2000";
+const char kOn[] = "EnableWindow:2816,1", kAnnounced[] = "EnableWindow:2816,1 broadcast:0,windows,3,2000";
 const char kNewPrinter[] = "EnableWindow:2816,1 EnableWindow:2816,1 profile:windows,device,Laser,ldrv,LPT1:, COM1: profile:0,0,0 "
-                           "broadcast:0,0,1000 broadcast:windows,3,2000";
+                           "broadcast:0,0,0,1000 broadcast:0,windows,3,2000";
 // copies: dmCopies of the caller's device mode after the run, -1 for none.
 struct DialogRow { const char* name; Script script; bool withMode; BOOL skipNone; BOOL result; const char* rows; const char* calls; const char* names; int copies; };
 const DialogRow kDialog[] = {
     {"OK with no change", {}, true, 0, 0, kRows, kOn, kSame, 1},
-    {"Cancel after picking another printer", {.user = {"select 1", "cancel"}}, true, 0, 0, kRows, "EnableWindow:2816,1 EnableWindow:2816,1 broadcast:windows,3,2000",
+    {"Cancel after picking another printer", {.user = {"select 1", "cancel"}}, true, 0, 0, kRows, "EnableWindow:2816,1 EnableWindow:2816,1 broadcast:0,windows,3,2000",
      kSame, 1},
     {"OK with no device mode is a change", {}, false, 0, 1, kRows, kAnnounced, kSame, -1},
-    {"the driver's settings", {.user = {"setup", "ok"}}, true, 0, 1, kRows, "EnableWindow:2816,1 MessageBoxA:Settings changed,Printer Setup,64 broadcast:windows,3,2000",
+    {"the driver's settings", {.user = {"setup", "ok"}}, true, 0, 1, kRows, "EnableWindow:2816,1 MessageBoxA:Settings changed,Printer Setup,64 broadcast:0,windows,3,2000",
      kSame, 7},
     {"the driver's dialog cancelled", {.user = {"setup", "ok"}, .replies = {{"DocumentPropertiesA:14", {IDCANCEL}}}}, true, 0, 0, kRows, kOn, kSame, 1},
     {"a new printer", {.user = {"select 1", "ok"}}, true, 0, 1, kRows, kNewPrinter, "Laser|ldrv|LPT1:, COM1:", -1},
@@ -119,6 +119,7 @@ TEST_P(PrintDevMode, Request) {
         << "PrintGetDevMode(" << r.orientation << ", " << r.paper << ", " << r.width << ", " << r.height << ", " << r.bin << "): " << row.name;
     EXPECT_EQ(setup.print.Calls("AddFormA DeleteFormA DocumentPropertiesA:10 ResetDCA"), row.calls) << row.name;
     EXPECT_EQ(heap.Outstanding(), 0) << "blocks left by PrintGetDevMode: " << row.name;
+    EXPECT_EQ(setup.print.Calls("ClosePrinter").empty(), std::string(row.device) == "none") << "the printer closed again: " << row.name;
     PrtClearSaved();
 }
 INSTANTIATE_TEST_SUITE_P(Table, PrintDevMode, ::testing::ValuesIn(kModes));
