@@ -100,7 +100,7 @@ BOOL WINAPI openPrinter(LPSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSA) {
     const auto& ps = sS.script.printers;
     auto p = std::find_if(ps.begin(), ps.end(), [name](const auto& q) { return q.name == name; });
     *printer = reinterpret_cast<HANDLE>(0x9E00 + (p - ps.begin()));
-    return p != ps.end();
+    return p != ps.end() && (say("open"), TRUE); // an opened printer is logged "open"
 }
 // Level 2, with the default device mode.
 BOOL WINAPI getPrinter(HANDLE printer, DWORD, LPBYTE out, DWORD size, LPDWORD needed) {
