@@ -37,9 +37,11 @@ void ExpectFormats(std::initializer_list<FormatRow> rows, int localeNames = 0) {
         DateBlock b(r.nType, r.d);
         if (r.setup) r.setup(b.b);
         std::string what = Described(b.b);
+        ScriptedHeap heap;
         int got = FMTFormatDateTime(b.get(), localeNames);
         std::string want = r.out ? r.out : std::string(sizeof b.out - 1, '~');
-        EXPECT_EQ(std::make_pair(got, Hex(b.out)), std::make_pair(r.out && *r.out ? 1 : 0, Hex(want))) << "FMTFormatDateTime of " << what << ": " << b.out;
+        EXPECT_EQ(std::make_tuple(got, Hex(b.out), heap.Outstanding()), std::make_tuple(r.out && *r.out ? 1 : 0, Hex(want), 0))
+            << "FMTFormatDateTime of " << what << ": " << b.out << " (result, text, blocks left)";
     }
 }
 
@@ -120,7 +122,7 @@ TEST(FMTFormatDateTime, ProfileAndDefaults) {
 // the environment's LC_TIME): the rows hold where that locale speaks English.
 TEST(FMTFormatDateTime, LocaleNames) {
     char monday[32] = "";
-    gOsl.system->GetLocaleInfoA(0x400, 0x2A, monday, sizeof monday);
+    ASSERT_GT(gOsl.system->GetLocaleInfoA(0x400, 0x2A, monday, sizeof monday), 0) << "GetLocaleInfoA of the name of Monday";
     if (std::string(monday) != "Monday") GTEST_SKIP() << "the user's locale names Monday \"" << monday << "\"";
     EXPECT_EQ(gOsl.system->GetLocaleInfoA(0x400, 0x2A, monday, 6), 0) << "GetLocaleInfoA of \"Monday\" into 6 bytes";
     ExpectFormats({

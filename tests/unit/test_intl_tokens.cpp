@@ -97,7 +97,8 @@ TEST(IntlTokens, FetchNumbers) {
         {0, "99999999999", 0, "77"}, {0, "4294967306", 0, "77"}, {1, "0.0e5", 5, "0"}, {1, ".5", 2, "0.5"}, {1, ".", 0, "77"},
         {1, "1e", 0, "77"}, {1, "1e+", 0, "77"}, {1, "1e-999", -1, "77"}, {1, "-2.5E+2x", 7, "-250"}, {1, "-.0e9", 5, "0"},
         // atof reads no hexadecimal, and a zero is known by its form: " 0x77" and " 0" do not read as zero; 4294967306 wraps to 10
-        {1, " 1x7", 2, "1"}, {1, " 0x77", -1, "77"}, {1, " 0", -1, "77"}, {1, k99.c_str(), 99, "1.11111e+98"}, {1, k100.c_str(), -1, "77"},
+        {1, " 1x7", 2, "1"}, {1, " 0x77", -1, "77"}, {1, " 0X77", -1, "77"}, {1, " 0", -1, "77"},
+        {1, k99.c_str(), 99, "1.11111e+98"}, {1, k100.c_str(), -1, "77"},
     };
     for (const auto& r : rows) {
         std::string text = r.text, what = (r.real ? "IntlFetchNextNumDouble(\"" : "IntlFetchNextNumLong(\"") + text + "\")";
