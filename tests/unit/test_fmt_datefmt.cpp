@@ -81,7 +81,7 @@ TEST(FMTFormatDateTime, KeywordsAndJapaneseStyles) {
         {At(10, 30, 15), Pic("T", FMTF_DEFAULTTIME), "10:30:15 AM", FMT_DATETIME}, {d2000, Pic("x", 0, 2), YMD("2000", "01", "05")},
         {d2000, Pic("x", FMTF_DEFAULTTIME, 2), YMD("2000", "01", "05") "10:30:15 AM", FMT_DATETIME},
         {d2000, Pic("x", 0, 2), YMD("2000", "01", "05"), FMT_DATETIME}, {heisei1, Pic("x", 0, 3), HEISEI YMD("01", "01", "08")},
-        {D(1, 7, 1989), Pic("x", 0, 3), SHOWA YMD("64", "01", "07")}, {D(1, 1, 2098), Pic("x", 0, 3), HEISEI YMD("10", "01", "01")},
+        {D(1, 7, 1989), Pic("x", 0, 3), SHOWA YMD("64", "01", "07")}, {D(9, 9, 2098), Pic("x", 0, 3), HEISEI YMD("10", "09", "09")},
         {meiji0, Pic("x", 0, 3), ""},
         {D(1, 8, 1989, 22), Pic("x", FMTF_DEFAULTTIME, 3), HEISEI YMD("01", "01", "08") "10:00:00 PM", FMT_DATETIME},
         {meiji0, Pic("x", FMTF_DEFAULTTIME, 3), "", FMT_DATETIME},

@@ -29,7 +29,7 @@ const Call kCutsOfS[] = {
     {TO(IntlStrLeftB, 5), S, 5, "a" K "b "}, {TO(IntlStrLeftB, 8), S, 7, S}, {TO(IntlStrLeftB, -1), S, 0, ""},
     {TO(IntlStrRight, 2), S, 2, K "c"}, {TO(IntlStrRight, 0), S, 0, ""}, {TO(IntlStrRight, 5), S, 5, S}, {TO(IntlStrRight, 9), S, 5, S},
     {TO(IntlStrRightB, 2), S, 2, " c"}, {TO(IntlStrRightB, 3), S, 3, K "c"}, {TO(IntlStrRightB, 5), S, 5, " b" K "c"},
-    {TO(IntlStrRightB, 9), S, 7, S}, {TO(IntlStrRightB, 0), S, 0, ""}, {TO(IntlStrMid, 1, 2), S, 2, K "b"},
+    {TO(IntlStrRightB, 9), S, 7, S}, {TO(IntlStrRightB, 0), S, 0, ""}, {TO(IntlStrTrim), K "a" K, 3, K "a" K}, {TO(IntlStrMid, 1, 2), S, 2, K "b"},
     {TO(IntlStrMid, 4, 3), S, 1, "c"}, {TO(IntlStrMid, 5, 1), S, 0, ""}, {TO(IntlStrMid, 1, -1), S, 0, ""},
     {TO(IntlStrMid, -3, 2), S, 2, "a" K}, {TO(IntlStrMid, 6, 1), S, 0, ""}, {TO(IntlStrMidB, 1, 1), S, 1, " "},
     {TO(IntlStrMidB, 1, 2), S, 2, K}, {TO(IntlStrMidB, 2, 1), S, 1, " "}, {TO(IntlStrMidB, 2, 3), S, 3, " b "},

@@ -81,6 +81,7 @@ const ModeRow kModes[] = {
     {"paper 0: the orientation only", {}, 2, 0, {1, 0, 0, 0, 4}, "PDF", "1 2 2794 2159 7 Letter 220 1", ""},
     {"a listed paper merged", {}, 2, 0, {1, 9, 0, 0, 4}, "PDF", "9 2 2970 2100 4 A4 220 1", "DocumentPropertiesA:10"},
     {"a listed paper the default agrees with", {}, 2, 0, {0, 1, 0, 0, 7}, "PDF", "1 1 2794 2159 7 Letter 220 1", ""},
+    {"a printer of one paper", {.papers = {{9, 2100, 2970, "A4"}}}, 2, 0, {1, 9, 0, 0, 4}, "PDF", "9 2 2970 2100 4 A4 220 1", "DocumentPropertiesA:10"},
     {"a paper the printer doesn't list", {}, 2, 0, {1, 70, 0, 0, 4}, "PDF", "1 1 2794 2159 7 Letter 220 1", ""},
     {"8.5 by 11 inches registers the form", {}, 2, 0, {0, 256, 8500, 11000, 4}, "PDF", "3 1 2794 2159 4 OxleeCustomForm 220 1", std::string(kAdd) + "ResetDCA:4"},
     {"the same on its side", {}, 2, 0, {0, 256, 11000, 8500, 4}, "PDF", "3 1 2159 2794 4 OxleeCustomForm 220 1", std::string(kAdd) + "ResetDCA:4"},
