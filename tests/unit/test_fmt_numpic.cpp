@@ -59,7 +59,7 @@ TEST(FmtNumPic, TranslationsUnderOtherSettings) {
         // a lone "-" form is a plain minus: only the pair of both tokens is the currency form
         {FMTTokenizeNumberPic, &minus5, "$#,##0;-#,##0$", "03 0F 23 01 23 23 30 10 3B 05 0F 23 01 23 23 30 10 06"},
         {FMTTokenizeNumberPic, &minus5, "$#,##0;-#,##0", "03 0F 23 01 23 23 30 10 3B 2D 0F 23 01 23 23 30 10"},
-        {FMTTokenizeNumberPic, &minus5, "#;#$", "0F 23 10 3B 0F 23 10 06"}, {FMTTokenizeNumberPic, &kA, "#' it''s'", "0F 23 10 27 20 69 74 27 27 73 27"},
+        {FMTTokenizeNumberPic, &minus5, "#;#$", "0F 23 10 3B 0F 23 10 06"}, {FMTTokenizeNumberPic, &kA, "#' it''#'", "0F 23 10 27 20 69 74 27 27 23 27"},
         {FMTCnvOldNumberPic, &kA, "#,##0.00 units", "#,##0.00 'units'"}, {FMTCnvOldNumberPic, &kA, "(#,##0);#", "'('#,##0')';#"},
         {FMTCnvOldNumberPic, &kB, "#,##0 DM", "#.##0 DM"}, {FMTCnvOldNumberPic, &kB, "$#,##0.00;($#,##0.00)", "'$'#.##0,00;'($'#.##0,00')'"},
         {FMTCnvOldNumberPic, &kA, "$#,##0.00;($#,##0.00)", "$#,##0.00;($#,##0.00)"}, {FMTCnvOldNumberPic, &kA, "0%x", "0%'x'"},
