@@ -69,6 +69,10 @@ enum { PRINT_NAME_BYTES = 260 };
 /* The printer's level 2 record in a block of the library's heap (MemFree);
  * null when it can't be read. */
 PRINTER_INFO_2A* PrintPrinterInfo(HANDLE printer);
+/* The device's list `what` of `count` entries of `bytes` each, in a block of
+ * the library's heap (MemFree); null when it can't be had or the device fills
+ * another number of entries than it announced. */
+void* PrintCapabilityList(LPCSTR device, LPCSTR port, WORD what, int count, size_t bytes, const DEVMODEA* m);
 /* dmSize + dmDriverExtra of the printer's level 2 device mode, 156 when it
  * has none or can't be read. */
 LONG PrintDevModeHint(HANDLE printer);

@@ -36,14 +36,6 @@ bool savedServes(HGLOBAL saved, const Request& r) {
     return serves;
 }
 
-// The device's list `what` of `count` entries of `bytes` each, in a block of
-// the library's heap; null when it can't be had.
-void* capabilityList(LPCSTR device, LPCSTR port, WORD what, int count, size_t bytes, const DEVMODEA* m) {
-    void* list = count > 0 ? MemAlloc(DWORD(size_t(count) * bytes)) : nullptr;
-    if (list) gOsl.printerSetup->DeviceCapabilitiesA(device, port, what, static_cast<LPSTR>(list), m);
-    return list;
-}
-
 // Paper i of the device's lists into the announced fields of `m`.
 void setListedPaper(LPCSTR device, LPCSTR port, LPDEVMODEA m, const Request& r, int i, const char* names, int n) {
     if (announces(m, DM_PAPERSIZE)) m->dmPaperSize = short(r.paper);
@@ -55,7 +47,7 @@ void setListedPaper(LPCSTR device, LPCSTR port, LPDEVMODEA m, const Request& r, 
     if (announces(m, DM_ORIENTATION)) m->dmOrientation = r.orientation ? 2 : 1;
     if (!announces(m, DM_PAPERLENGTH | DM_PAPERWIDTH)) return;
     int count = gOsl.printerSetup->DeviceCapabilitiesA(device, port, DC_PAPERSIZE, nullptr, m);
-    POINT* sizes = i < count ? static_cast<POINT*>(capabilityList(device, port, DC_PAPERSIZE, count, sizeof(POINT), m)) : nullptr;
+    POINT* sizes = i < count ? static_cast<POINT*>(PrintCapabilityList(device, port, DC_PAPERSIZE, count, sizeof(POINT), m)) : nullptr;
     if (sizes) m->dmPaperLength = short(sizes[i].y), m->dmPaperWidth = short(sizes[i].x);
     MemFree(sizes);
 }
@@ -67,8 +59,8 @@ HGLOBAL listedPaper(HANDLE printer, LPCSTR device, LPCSTR port, HGLOBAL block, L
     if (agrees(m, r)) return nullptr;
     int n = ps->DeviceCapabilitiesA(device, port, DC_PAPERS, nullptr, m);
     int names = ps->DeviceCapabilitiesA(device, port, DC_PAPERNAMES, nullptr, m);
-    WORD* codes = n > 0 && names > 0 ? static_cast<WORD*>(capabilityList(device, port, DC_PAPERS, n, sizeof(WORD), m)) : nullptr;
-    char* text = codes ? static_cast<char*>(capabilityList(device, port, DC_PAPERNAMES, names, kNameBytes, m)) : nullptr;
+    WORD* codes = n > 0 && names > 0 ? static_cast<WORD*>(PrintCapabilityList(device, port, DC_PAPERS, n, sizeof(WORD), m)) : nullptr;
+    char* text = codes ? static_cast<char*>(PrintCapabilityList(device, port, DC_PAPERNAMES, names, kNameBytes, m)) : nullptr;
     int i = 0;
     while (text && i < n && codes[i] != r.paper) ++i;
     HGLOBAL fresh = text && i < n ? gOsl.memory->GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, gOsl.memory->GlobalSize(block)) : nullptr;

@@ -35,12 +35,10 @@ bool formSize(HANDLE printer, const DEVMODEA* m, SIZE* size) {
 bool listedSize(LPCSTR device, LPCSTR port, const DEVMODEA* m, SIZE* size) {
     const OslPrinterSetupService* ps = gOsl.printerSetup;
     int n = ps->DeviceCapabilitiesA(device, port, DC_PAPERS, nullptr, m);
-    WORD* codes = n > 0 ? static_cast<WORD*>(MemAlloc(DWORD(n) * sizeof(WORD))) : nullptr;
-    POINT* sizes = codes ? static_cast<POINT*>(MemAlloc(DWORD(n) * sizeof(POINT))) : nullptr;
+    WORD* codes = static_cast<WORD*>(PrintCapabilityList(device, port, DC_PAPERS, n, sizeof(WORD), m));
+    POINT* sizes = codes ? static_cast<POINT*>(PrintCapabilityList(device, port, DC_PAPERSIZE, n, sizeof(POINT), m)) : nullptr;
     int i = 0;
-    if (sizes && ps->DeviceCapabilitiesA(device, port, DC_PAPERS, reinterpret_cast<LPSTR>(codes), m) == n &&
-        ps->DeviceCapabilitiesA(device, port, DC_PAPERSIZE, reinterpret_cast<LPSTR>(sizes), m) == n)
-        while (i < n && codes[i] != WORD(m->dmPaperSize)) ++i;
+    while (sizes && i < n && codes[i] != WORD(m->dmPaperSize)) ++i;
     bool found = sizes && i < n && sizes[i].x && sizes[i].y;
     if (found) *size = {sizes[i].x, sizes[i].y};
     MemFree(codes), MemFree(sizes);

@@ -3,6 +3,7 @@
 #include "print/print.h"
 
 #include "os/osl.h"
+#include <oxlrt31/mem.h>
 
 #include <cstring>
 
@@ -48,6 +49,12 @@ int capabilityLists(LPCSTR device, LPCSTR port, const DEVMODEA* given, const Lis
 }
 
 } // namespace
+
+void* PrintCapabilityList(LPCSTR device, LPCSTR port, WORD what, int count, size_t bytes, const DEVMODEA* m) {
+    void* list = count > 0 ? MemAlloc(DWORD(size_t(count) * bytes)) : nullptr;
+    if (list && gOsl.printerSetup->DeviceCapabilitiesA(device, port, what, static_cast<LPSTR>(list), m) != count) MemFree(list), list = nullptr;
+    return list;
+}
 
 int OXLAPI PrintGetPageSizes(LPCSTR device, LPCSTR, LPCSTR port, const DEVMODEA* mode, HGLOBAL* codes, HGLOBAL* sizes,
                              HGLOBAL* names) {

@@ -110,9 +110,9 @@ BOOL WINAPI getPrinter(HANDLE printer, DWORD, LPBYTE out, DWORD size, LPDWORD ne
         r.pPrinterName = put(p.name), r.pDriverName = put(p.driver), r.pPortName = put(p.ports);
     });
 }
-// "DocumentPropertiesA:MODE" logged, the answer the print backend's; a device mode out is the default, the
-// input over it (DM_IN_BUFFER), and 7 copies when the driver's dialog
-// (DM_IN_PROMPT) is confirmed.
+// Logged "DocumentPropertiesA:MODE", answered by the print backend; a device
+// mode out is the default, the input over it (DM_IN_BUFFER), and 7 copies
+// when the driver's dialog (DM_IN_PROMPT) is confirmed.
 LONG WINAPI documentProperties(HWND w, HANDLE printer, LPSTR name, LPDEVMODEA out, LPDEVMODEA in, DWORD mode) {
     say("DocumentPropertiesA", std::to_string(mode));
     LONG answer = sS.print->DocumentPropertiesA(w, printer, name, out, in, mode);
