@@ -1,17 +1,15 @@
 // A second process for the shared-heap tests: it opens the test's shared
 // block (its names carry the suffix it is given) of VIEW bytes, formatted by
-// the test with a heap of HEAP bytes, and holds its mutex until it is killed:
+// the test with a heap of HEAP bytes, takes its mutex and ends holding it, so
+// that the mutex is left abandoned:
 //   oxl_shm_child SUFFIX VIEW HEAP
-// Word 0 of the mailbox, the test's first block at the heap's base + 52, says
-// the mutex is held. Exit codes: 2 bad arguments, 3 the block or its heap
-// couldn't be had, 5 nobody killed the holder.
+// Exit codes: 0 it ended holding the mutex, 2 bad arguments, 3 the block or
+// its heap couldn't be had, 4 the mutex couldn't be had.
 #include "core/libstate.h"
 #include <oxlrt31/memshared.h>
 #include "scripted_osl.h"
 
-#include <chrono>
 #include <cstdlib>
-#include <thread>
 
 int main(int argc, char** argv) {
 #ifdef _WIN32
@@ -20,14 +18,8 @@ int main(int argc, char** argv) {
     if (argc < 4) return 2;
     ScriptedShared shared({argv[1]});
     LONG created = -7;
-    auto* view = static_cast<char*>(MemSharedInit(&created, DWORD(std::strtoul(argv[2], nullptr, 0))));
+    void* view = MemSharedInit(&created, DWORD(std::strtoul(argv[2], nullptr, 0)));
     if (!view || created != 0 || !MemSharedInitHeap(view, DWORD(std::strtoul(argv[3], nullptr, 0)), 0)) return 3;
-    int code = 2;
-    if (MemAcquireMutex()) {
-        __atomic_store_n(reinterpret_cast<uint32_t*>(view + 52), 1, __ATOMIC_SEQ_CST);
-        std::this_thread::sleep_for(std::chrono::seconds(60));
-        code = 5;
-    }
-    MemSharedTerminate();
-    return code;
+    // _Exit runs no exit handler that could give the mutex back.
+    std::_Exit(MemAcquireMutex() ? 0 : 4);
 }
