@@ -149,9 +149,9 @@ BOOL releaseMutex(HANDLE mutex) {
 
 } // namespace
 
-ScriptedHeap::ScriptedHeap(int failFrom) : m_saved(gOsl.memory) {
-    sHeap.real = m_saved;
-    sHeap.table = *m_saved;
+ScriptedHeap::ScriptedHeap(int failFrom) {
+    sHeap.real = gOsl.memory;
+    sHeap.table = *gOsl.memory;
     sHeap.table.HeapAlloc = heapAlloc; sHeap.table.HeapReAlloc = heapReAlloc; sHeap.table.HeapFree = heapFree;
     sHeap.table.HeapSize = heapSize; sHeap.table.GlobalAlloc = globalAlloc; sHeap.table.GlobalReAlloc = globalReAlloc;
     sHeap.table.GlobalFree = globalFree;
@@ -160,32 +160,29 @@ ScriptedHeap::ScriptedHeap(int failFrom) : m_saved(gOsl.memory) {
     sHeap.failFrom = failFrom;
     gOsl.memory = &sHeap.table;
 }
-ScriptedHeap::~ScriptedHeap() { gOsl.memory = m_saved; }
 int ScriptedHeap::Attempts() const { return sHeap.calls; }
 int ScriptedHeap::Outstanding() const { return sHeap.allocations - sHeap.frees; }
 int ScriptedHeap::Frees() const { return sHeap.frees; }
 long ScriptedHeap::LastDepth() const { return sHeap.depth; }
 
-ScriptedSystem::ScriptedSystem(LANGID systemLang, LCID userLcid, DWORD platformId) : m_saved(gOsl.system) {
-    sSystem = {*m_saved, systemLang, userLcid, platformId};
+ScriptedSystem::ScriptedSystem(LANGID systemLang, LCID userLcid, DWORD platformId) {
+    sSystem = {*gOsl.system, systemLang, userLcid, platformId};
     sSystem.table.GetSystemDefaultLangID = langOf; sSystem.table.GetUserDefaultLCID = lcidOf;
     sSystem.table.GetPlatformId = platformOf;
     gOsl.system = &sSystem.table;
 }
-ScriptedSystem::~ScriptedSystem() { gOsl.system = m_saved; }
 
-ScriptedWindow::ScriptedWindow(HWND active) : m_saved(gOsl.window) {
-    sWindow.table = *m_saved;
+ScriptedWindow::ScriptedWindow(HWND active) {
+    sWindow.table = *gOsl.window;
     sWindow.table.MessageBoxA = messageBox; sWindow.table.GetActiveWindow = activeWindow;
     sWindow.active = active;
     sWindow.boxes.clear();
     gOsl.window = &sWindow.table;
 }
-ScriptedWindow::~ScriptedWindow() { gOsl.window = m_saved; }
 const std::vector<ScriptedWindow::Box>& ScriptedWindow::Boxes() const { return sWindow.boxes; }
 
-ScriptedVersion::ScriptedVersion(Script script) : m_saved(gOsl.system) {
-    sVersion.table = *m_saved;
+ScriptedVersion::ScriptedVersion(Script script) {
+    sVersion.table = *gOsl.system;
     sVersion.table.GetModuleFileNameA = moduleFileName; sVersion.table.GetFileVersionInfoSizeA = versionSize;
     sVersion.table.GetFileVersionInfoA = versionInfo; sVersion.table.VerQueryValueA = verQuery;
     sVersion.script = std::move(script);
@@ -194,23 +191,21 @@ ScriptedVersion::ScriptedVersion(Script script) : m_saved(gOsl.system) {
     sVersion.paths.clear();
     gOsl.system = &sVersion.table;
 }
-ScriptedVersion::~ScriptedVersion() { gOsl.system = m_saved; }
 HMODULE ScriptedVersion::AskedModule() const { return sVersion.module; }
 const std::string& ScriptedVersion::AskedFile() const { return sVersion.file; }
 const std::vector<std::string>& ScriptedVersion::AskedPaths() const { return sVersion.paths; }
 
-ScriptedText::ScriptedText(UINT codePage) : m_saved(gOsl.text) {
-    sText = {*m_saved, codePage};
+ScriptedText::ScriptedText(UINT codePage) {
+    sText = {*gOsl.text, codePage};
     sText.table.GetACP = acp; sText.table.IsDBCSLeadByte = lead; sText.table.CharNextA = next; sText.table.CharNextExA = nextEx;
     sText.table.CharPrevExA = prevEx; sText.table.CharUpperA = upper; sText.table.CharLowerA = lower;
     sText.table.CharUpperBuffA = upperBuff; sText.table.CharLowerBuffA = lowerBuff;
     gOsl.text = &sText.table;
 }
-ScriptedText::~ScriptedText() { gOsl.text = m_saved; }
 
-ScriptedShared::ScriptedShared(Script script) : m_saved(gOsl.shared) {
-    sShared.real = m_saved;
-    sShared.table = *m_saved;
+ScriptedShared::ScriptedShared(Script script) {
+    sShared.real = gOsl.shared;
+    sShared.table = *gOsl.shared;
     sShared.table.OpenToAll = openToAll; sShared.table.CreateMapping = createMapping; sShared.table.CreateMutex = createMutex;
     sShared.table.WaitMutex = waitMutex; sShared.table.ReleaseMutex = releaseMutex;
     sShared.script = std::move(script);
@@ -219,7 +214,6 @@ ScriptedShared::ScriptedShared(Script script) : m_saved(gOsl.shared) {
     sShared.levels = sShared.created = sShared.open = 0;
     gOsl.shared = &sShared.table;
 }
-ScriptedShared::~ScriptedShared() { gOsl.shared = m_saved; }
 const std::vector<DWORD>& ScriptedShared::WaitLimits() const { return sShared.limits; }
 int ScriptedShared::Levels() const { return sShared.levels; }
 int ScriptedShared::Created() const { return sShared.created; }

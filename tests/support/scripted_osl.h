@@ -9,14 +9,26 @@
 #include <string>
 #include <vector>
 
+// Each scripted backend is a scope: the services in force when it begins are
+// in force again when it ends.
+class ScriptedScope {
+public:
+    ScriptedScope() : m_saved(gOsl) {}
+    ~ScriptedScope() { gOsl = m_saved; }
+    ScriptedScope(const ScriptedScope&) = delete;
+    ScriptedScope& operator=(const ScriptedScope&) = delete;
+
+private:
+    OslServices m_saved;
+};
+
 // The process heap and movable memory, counting, with the Nth allocation
 // (1-based, counted from the scope's start) and every one after it failing;
 // 0 fails none. Allocations are HeapAlloc, HeapReAlloc, GlobalAlloc and
 // GlobalReAlloc; a reallocation moves no count, but it can fail.
-class ScriptedHeap {
+class ScriptedHeap : ScriptedScope {
 public:
     explicit ScriptedHeap(int failFrom = 0);
-    ~ScriptedHeap();
     int Attempts() const;    // allocations tried, failed or not
     int Outstanding() const; // new blocks, heap and movable, less those freed
     int Frees() const;
@@ -24,59 +36,40 @@ public:
     // call (HeapAlloc, HeapReAlloc, HeapFree, HeapSize); -1 when
     // gpCRSECTMain was null, -2 when no heap call was made.
     long LastDepth() const;
-
-private:
-    const OslMemoryService* m_saved;
 };
 
 // System identity: chosen languages and platform.
-class ScriptedSystem {
+class ScriptedSystem : ScriptedScope {
 public:
     ScriptedSystem(LANGID systemLang, LCID userLcid, DWORD platformId = VER_PLATFORM_WIN32_NT);
-    ~ScriptedSystem();
-
-private:
-    const OslSystemService* m_saved;
 };
 
 // Version resources: the module's file name (empty: GetModuleFileNameA
 // fails), whether it has a resource and whether it can be read, and the
 // values by query path. What was asked is recorded.
-class ScriptedVersion {
+class ScriptedVersion : ScriptedScope {
 public:
     struct Script { std::string file; bool hasResource, readable; std::vector<std::pair<std::string, std::string>> values; };
     explicit ScriptedVersion(Script script);
-    ~ScriptedVersion();
     HMODULE AskedModule() const;
     const std::string& AskedFile() const;               // of GetFileVersionInfoSizeA
     const std::vector<std::string>& AskedPaths() const; // of VerQueryValueA, in order
-
-private:
-    const OslSystemService* m_saved;
 };
 
 // The window service: message boxes are recorded, not shown, and answered
 // with IDOK; the active window is `active`.
-class ScriptedWindow {
+class ScriptedWindow : ScriptedScope {
 public:
     struct Box { HWND owner; std::string text, caption; UINT style; };
     explicit ScriptedWindow(HWND active);
-    ~ScriptedWindow();
     const std::vector<Box>& Boxes() const;
-
-private:
-    const OslWindowService* m_saved;
 };
 
 // The ANSI code page: lead bytes, stepping and case of a chosen page (932,
 // 936, 949 and 950 are double-byte), whatever the system's own page is.
-class ScriptedText {
+class ScriptedText : ScriptedScope {
 public:
     explicit ScriptedText(UINT codePage);
-    ~ScriptedText();
-
-private:
-    const OslTextService* m_saved;
 };
 
 // Shared memory and the named mutex: the backend's own objects under names
@@ -84,7 +77,7 @@ private:
 // and failures on demand. The scripted wait results are given one per wait,
 // in order, before real waits resume; WAIT_OBJECT_0 and WAIT_ABANDONED take
 // the mutex for real, so that levels and releases still balance.
-class ScriptedShared {
+class ScriptedShared : ScriptedScope {
 public:
     struct Script {
         std::string suffix;
@@ -95,14 +88,10 @@ public:
         std::vector<DWORD> waits = {};
     };
     explicit ScriptedShared(Script script);
-    ~ScriptedShared();
     const std::vector<DWORD>& WaitLimits() const; // the time limit of each wait, in order
     int Levels() const;       // mutex levels taken minus levels given back, all threads
     int Created() const;      // objects created or opened
     int OpenSecurity() const; // of them, with security that lets every user in
-
-private:
-    const OslSharedService* m_saved;
 };
 
 // The name of this process's shared objects in tests: unique per process.

@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
-
 namespace {
 
 using namespace numtest;
@@ -168,21 +166,6 @@ TEST(NumIsZero, AndNumNullToZero) {
         NumNullToZero(&n);
         EXPECT_EQ(hex(n, bytesIn(c.afterNullToZero)), c.afterNullToZero) << "NumNullToZero(" << c.in << ")";
     }
-}
-
-TEST(NumNullDouble, AllExponentBitsSetIsNull) {
-    const std::pair<uint64_t, int> cases[] = {
-        {0x7FF8000000000000ull, 1}, {0x7FF0000000000000ull, 1}, {0xFFF0000000000000ull, 1},
-        {0x7FF0000000000001ull, 1}, {0xFFFFFFFFFFFFFFFFull, 1}, {0x0000000000000000ull, 0},
-        {0x3FF0000000000000ull, 0}, {0x7FEFFFFFFFFFFFFFull, 0}, {0x7FE8000000000000ull, 0},
-    };
-    for (const auto& [bits, null] : cases) {
-        double d = std::bit_cast<double>(bits);
-        EXPECT_EQ(NumIsNullDouble(&d), null) << std::hex << "NumIsNullDouble(0x" << bits << ")";
-    }
-    double d = 1.5;
-    NumNullDouble(&d);
-    EXPECT_EQ(std::bit_cast<uint64_t>(d), 0x7FF8000000000000ull) << "NumNullDouble";
 }
 
 // The division's word arithmetic: each product and quotient in the
