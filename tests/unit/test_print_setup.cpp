@@ -1,8 +1,9 @@
 // Device modes for a request and the page query over a scripted spooler:
 // paper codes merged by the driver, custom sizes as forms or as sizes, the
-// saved setup, and one paper's size and printable part. (The setup dialog and
-// the paper and bin lists are tested on a real printer under Wine:
-// test_print_setup_real.cpp and tests/print_setup_cups.sh.)
+// saved setup, and one paper's size and printable part; the setup dialog's
+// row text. (The dialog itself and the paper and bin lists are tested on a
+// real printer under Wine: test_print_setup_real.cpp and
+// tests/print_setup_cups.sh.)
 #include "print/print.h"
 #include "tests/support/scripted_osl.h"
 #include "tests/support/scripted_setup.h"
@@ -108,5 +109,13 @@ TEST_P(PageInfo, SizeAndPrintable) {
     EXPECT_EQ(info, row.info) << "PageGetPageInfo: " << row.name;
 }
 INSTANTIATE_TEST_SUITE_P(Table, PageInfo, ::testing::ValuesIn(kPages));
+
+// The setup dialog's row text: the format's two "%s" filled, cut to the buffer.
+TEST(PrintSetupRow, FormatPairFillsAndCuts) {
+    char row[64], cut[8];
+    PrintFormatPair(row, sizeof row, "%s on %s", "PDF", "CUPS:PDF");
+    PrintFormatPair(cut, sizeof cut, "%s on %s", "PDF", "CUPS:PDF");
+    EXPECT_EQ(std::string(row) + "|" + cut, "PDF on CUPS:PDF|PDF on ") << "PrintFormatPair(\"%s on %s\", \"PDF\", \"CUPS:PDF\") into 64 and 8 bytes";
+}
 
 } // namespace

@@ -45,26 +45,21 @@ LRESULT CALLBACK listener(HWND w, UINT m, WPARAM wp, LPARAM lp) {
     if (m == WM_WININICHANGE) gChanges.push_back(lp ? "section" : "0");
     return DefWindowProcA(w, m, wp, lp);
 }
-BOOL CALLBACK visibleDialog(HWND w, LPARAM p) {
-    auto& f = *reinterpret_cast<std::pair<HWND, HWND>*>(p);
-    char name[8] = "";
-    if (w != f.first && IsWindowVisible(w) && GetClassNameA(w, name, sizeof name) && std::string(name) == "#32770") f.second = w;
-    return !f.second;
-}
-// A visible dialog of `thread` other than `except`, within 10 s.
-HWND dialogOf(DWORD thread, HWND except) {
-    std::pair<HWND, HWND> find = {except, nullptr};
-    for (int i = 0; i < 100 && !find.second; ++i, Sleep(100))
-        EnumThreadWindows(thread, visibleDialog, reinterpret_cast<LPARAM>(&find));
-    return find.second;
+// A visible top-level dialog other than `except`, within 10 s.
+HWND dialogOf(HWND except) {
+    HWND found = nullptr;
+    for (int i = 0; i < 100 && !found; ++i, Sleep(100))
+        for (HWND w = FindWindowExA(nullptr, nullptr, "#32770", nullptr); w && !found; w = FindWindowExA(nullptr, w, "#32770", nullptr))
+            if (w != except && IsWindowVisible(w)) found = w;
+    return found;
 }
 // The user: picks the printer's row, opens the driver's dialog and confirms both.
-void user(DWORD thread, std::string* done) {
-    HWND dialog = dialogOf(thread, nullptr), list = GetDlgItem(dialog, 900);
+void user(std::string* done) {
+    HWND dialog = dialogOf(nullptr), list = GetDlgItem(dialog, 900);
     SendMessageA(list, LB_SELECTSTRING, WPARAM(-1), reinterpret_cast<LPARAM>((std::string(printer()) + " on ").c_str()));
     SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(900, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
     PostMessageA(dialog, WM_COMMAND, 4, 0);
-    HWND driver = dialogOf(thread, dialog);
+    HWND driver = dialogOf(dialog);
     *done = driver ? "driver dialog" : "no driver dialog";
     for (int i = 0; i < 50 && driver && IsWindow(driver); ++i) PostMessageA(driver, WM_COMMAND, IDOK, 0), Sleep(100);
     PostMessageA(dialog, WM_COMMAND, IDOK, 0);
@@ -79,7 +74,7 @@ TEST(PrintRealSetup, DialogDrivenWritesTheDefaultPrinterAndTellsTheWindows) {
     HWND top = CreateWindowExA(0, c.lpszClassName, "listener", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     HGLOBAL mode = nullptr;
     std::string done;
-    std::thread u(user, GetCurrentThreadId(), &done);
+    std::thread u(user, &done);
     BOOL changed = PrintPrinterSetup(top, &mode, device, driver, port, nullptr);
     u.join();
     EXPECT_EQ(done, "driver dialog") << "the user's way through the dialogs";
