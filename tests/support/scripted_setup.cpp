@@ -1,6 +1,7 @@
 #include "scripted_setup.h"
 
 #include <cstring>
+#include <utility>
 
 namespace {
 
