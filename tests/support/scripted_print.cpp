@@ -89,7 +89,7 @@ int WINAPI caps(HDC, int index) { return int(reply("GetDeviceCaps:" + std::to_st
 int WINAPI escape(HDC dc, int code, int, LPCSTR in, LPVOID out) {
     int v = in ? *reinterpret_cast<const int*>(in) : 0;
     if (code == 8) return int(reply("Escape8:" + std::to_string(v), v == 9 || v == 12)); // QUERYESCSUPPORT: SETABORTPROC, GETPHYSPAGESIZE
-    if (code == 12) *static_cast<POINT*>(out) = {caps(dc, PHYSICALWIDTH), caps(dc, PHYSICALHEIGHT)};
+    if (code == 12 || code == 13) *static_cast<POINT*>(out) = {caps(dc, code == 12 ? PHYSICALWIDTH : PHYSICALOFFSETX), caps(dc, code == 12 ? PHYSICALHEIGHT : PHYSICALOFFSETY)};
     return say("Escape", code, v), 1;
 }
 int WINAPI clipBox(HDC, LPRECT r) { std::vector<long long> c = sP.replies.count("GetClipBox") ? sP.replies["GetClipBox"] : std::vector<long long>{0, 0, 8500, -11000}; return *r = {LONG(c[0]), LONG(c[1]), LONG(c[2]), LONG(c[3])}, 2; }

@@ -18,8 +18,10 @@ inline const HDC kScriptedDc = reinterpret_cast<HDC>(0xD00); // the context Crea
 class ScriptedPrint {
 public:
     // Besides the entries' own names: "Escape8:N" whether escape N is
-    // supported (9 and 12 are), "GetDeviceCaps:N" a capability (96 pixels an
-    // inch on a 1280 by 1024 screen, Letter paper at 100 pixels an inch),
+    // supported (9 and 12 are; escapes 12 and 13 answer the paper's size and
+    // the printing offset from the capabilities), "GetDeviceCaps:N" a
+    // capability (96 pixels an inch on a 1280 by 1024 screen, Letter paper at
+    // 100 pixels an inch),
     // "GetClipBox" its rectangle (all four values), "spooler" the code the
     // spooler calls the abort procedure with at each EndPage (1: none),
     // "PeekMessageA" 1 when a removing peek brings the dialog a Cancel,

@@ -18,12 +18,9 @@ struct NamesRow { const char* name; ScriptedPrint::Replies replies; std::vector<
 const std::string kLong(100, 'L'), kLongNames = kLong + "," + kLong + "," + kLong;
 const NamesRow kNames[] = {
     {"the dialog's DEVNAMES", {}, {"PS Printer", "PSCRIPT", "LPT1:"}, "A,B,C", kEnglish, "PSCRIPT,PS Printer,LPT1:", true},
-    {"the profile when the dialog fails with an error", {{"PrintDlgA", {0}}, {"CommDlgExtendedError", {0x1008}}}, {}, "PS Printer,PSCRIPT,LPT1:", kEnglish, "PSCRIPT,PS Printer,LPT1:", true},
     {"blanks after the commas go", REFUSED, {}, "  PS Printer, PSCRIPT,\t LPT1:", kEnglish, "PSCRIPT,PS Printer,LPT1:", true},
     {"one comma: no printer", REFUSED, {}, "P,D", kEnglish, nullptr, false},
-    {"no comma", REFUSED, {}, "P", kEnglish, nullptr, false},
     {"a refusal without an error doesn't reach the profile", {{"PrintDlgA", {0}}}, {}, "P,D,X", kEnglish, nullptr, false},
-    {"no DEVNAMES block", {}, {}, "P,D,X", kEnglish, nullptr, false},
     {"a comma as trail byte is no separator", REFUSED, {}, "\x81,x,D,P", kJapanese, "D,\x81,x,P", true},
     {"names of 300 bytes: too long for a context's buffer", {}, {kLong, kLong, kLong}, "", kEnglish, kLongNames.c_str(), false},
 };
@@ -54,7 +51,6 @@ const DeviceRow kDevices[] = {
     {"no such printer", {{"OpenPrinterA", {0}}}, "0|untouched|untouched OpenPrinterA:PDF", "220 bytes, 3 copies"},
     {"the level 2 read fails", {{"GetPrinterA", {0}}, {"DocumentPropertiesA:0", {-1}}}, "0|untouched|untouched OpenPrinterA:PDF ClosePrinter:158", "156 bytes, 3 copies"},
     {"no size: the level 2 record's", {{"dmSize", {200}}, {"DocumentPropertiesA:0", {-1}}}, "1|drv|CUPS:PDF OpenPrinterA:PDF ClosePrinter:158", "200 bytes, 3 copies"},
-    {"no size, no level 2 device mode: 156", {{"DocumentPropertiesA:0", {-1}}}, "1|drv|CUPS:PDF OpenPrinterA:PDF ClosePrinter:158", "156 bytes, 3 copies"},
     {"no copy: the level 2 record's", {{"dmSize", {200}}, {"DocumentPropertiesA:2", {-1}}}, "1|drv|CUPS:PDF OpenPrinterA:PDF ClosePrinter:158", "220 bytes, 5 copies"},
 };
 TEST(PrintDevice, DriverPortAndMode) {
