@@ -139,4 +139,10 @@ TEST(DlgWizard, Steps) {
     }
 }
 
+TEST(DlgMessageBox, FromTheStringTable) {
+    ScriptedPrint print;
+    int answer = DlgMessageBoxString(nullptr, nullptr, 1961, 1963, 0, 48);
+    EXPECT_EQ(std::to_string(answer) + ", " + print.Calls("MessageBoxA"), "1, MessageBoxA:0,Out of Disk Space,Printing Error,48") << "DlgMessageBoxString: what it showed";
+}
+
 } // namespace
