@@ -68,18 +68,6 @@ TEST(List, DeleteNodeJoinsTheNeighbours) {
     ListDestroyList(list, 1);
 }
 
-TEST(List, DestroyKeepingTheHeaderLeavesAUsableList) {
-    ScriptedHeap heap;
-    List* list = make({1, 2, 3});
-    EXPECT_EQ(ListDestroyList(list, 0), list) << "ListDestroyList(list, 0)";
-    EXPECT_EQ(walk(list), "[]") << "after ListDestroyList(list, 0)";
-    EXPECT_EQ(heap.Outstanding(), 1) << "only the header is left";
-    ListAppendNode(list, 4);
-    EXPECT_EQ(walk(list), "[4 ]") << "appending after ListDestroyList(list, 0)";
-    ListDestroyList(list, 1);
-    EXPECT_EQ(heap.Outstanding(), 0);
-}
-
 TEST(List, WithoutMemory) {
     List* list = make({1, 2});
     {

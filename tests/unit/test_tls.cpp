@@ -99,40 +99,6 @@ TEST_F(TLSTest, ThreadMapCountsThreadsWithABlockAndEmptiesWhenTheyGo) {
     EXPECT_EQ(heap.Outstanding(), 0) << "blocks, buckets and nodes given back";
 }
 
-TEST_F(TLSTest, SetItemDestroysTheOldValueEvenWhenItIsTheSame) {
-    TLS_SetItem(index, item(1), logDestroy);
-    TLS_SetItem(index, item(2), logDestroy);
-    TLS_SetItem(index, item(2), logDestroy); // the value the entry holds: destroyed first all the same
-    TLS_SetItem(index, item(3), nullptr);    // no destructor: just forgotten later
-    EXPECT_EQ(TLS_GetItem(index), item(3));
-    TLS_Free(index);
-    ASSERT_EQ(logged(), 3u) << "destructors run by four TLS_SetItem and a TLS_Free";
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(gLog[i].first, item(i ? 2 : 1)) << "value given to destructor call " << i;
-    EXPECT_EQ(TLS_GetItem(index), nullptr);
-}
-
-// A destructor that uses the thread's other items during TLS_FreeAll.
-void* gSeenByDestructor;
-void OXLCALLBACK destroyUsingOtherSlot(void*) {
-    gSeenByDestructor = TLS_GetItem(5);
-    TLS_SetItem(5, nullptr, nullptr);
-}
-
-TEST_F(TLSTest, FreeAllDestroysEveryItemOnceWithTheBlockInPlace) {
-    gSeenByDestructor = nullptr;
-    onNewThread([&] {
-        TLS_SetItem(5, item(9), nullptr);
-        TLS_SetItem(index, item(1), destroyUsingOtherSlot);
-        TLS_SetItem(7, item(2), logDestroy);
-        TLS_SetItem(199, item(3), logDestroy);
-        TLS_FreeAll();
-        EXPECT_EQ(TLS_GetItem(7), nullptr) << "after TLS_FreeAll the thread starts afresh";
-        TLS_FreeAll(); // the second finds no block
-    });
-    EXPECT_EQ(gSeenByDestructor, item(9)) << "a destructor read another item during TLS_FreeAll";
-    EXPECT_EQ(logged(), 2u) << "items 7 and 199 destroyed once each";
-}
-
 // Spins until `count` reaches `n`. Not std::barrier: the mingw-w64 libstdc++
 // (GCC 12) waits on atomics without a platform wait and can lose a
 // notification, so a barrier under Wine sometimes never opens.
@@ -171,27 +137,6 @@ struct Counted {
     Counted() { ++alive; }
     ~Counted() { --alive; }
 };
-
-// An item is made once per thread and dies with its thread; a slot that
-// goes gives its number back and destroys the items of every thread.
-TEST_F(TLSTest, ItemIsMadeOncePerThreadAndDiesWithItsThreadOrSlot) {
-    int number = -1;
-    {
-        TLSSlot slot;
-        TLSItem<Counted> counted(slot);
-        number = slot.Index();
-        Counted* mine = counted.Get();
-        ASSERT_NE(mine, nullptr);
-        EXPECT_EQ(counted.Get(), mine);
-        Counted* theirs = nullptr;
-        onNewThread([&] { theirs = counted.Get(); });
-        EXPECT_NE(theirs, mine);
-        EXPECT_EQ(Counted::alive, 1) << "the other thread's item outlived its thread";
-    }
-    EXPECT_EQ(Counted::alive, 0) << "the item outlived its slot";
-    EXPECT_EQ(TLS_AllocIndex(), number) << "the number of a slot that went";
-    TLS_FreeIndex(number);
-}
 
 // Allocation failures at each point of making a thread's block: the block
 // (1st allocation), the map's buckets (2nd) and its first node block (3rd).
