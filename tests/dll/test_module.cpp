@@ -1,6 +1,6 @@
 // The shared library as hosts meet it: loaded by name, its exports found by
 // name, unloaded and loaded again in one process, threads ending while it is
-// loaded.
+// loaded and while it is not.
 #include <oxlrt31/crsect.h>
 #include <oxlrt31/diag.h>
 #include <oxlrt31/tls.h>
@@ -51,6 +51,11 @@ private:
     void* m_handle;
 };
 
+#ifndef _WIN32
+// The leak checker's switch, present only in a sanitized build.
+extern "C" void __lsan_disable() __attribute__((weak));
+#endif
+
 #define FN(module, name) (module).Fn<decltype(name)>(#name)
 
 std::atomic<int> gDestroyed{0};
@@ -74,6 +79,31 @@ TEST(Module, LoadsUnloadsAndLoadsAgainWithTheSameSlots) {
         for (int i = 0; i < 3; ++i) std::thread([&] { setItem(index, &gDestroyed, countDestroy), setItem(7, &gDestroyed, countDestroy); }).join();
         EXPECT_EQ(gDestroyed, 6) << "items destroyed by the thread-exit notification, round " << round;
     }
+}
+
+// A thread still running at unload keeps its item: unload destroys only the
+// unloading thread's items, and the thread's end afterwards reaches nothing
+// of a library that is gone (its platform slot went with it).
+TEST(Module, ItemsOfAThreadStillRunningAtUnloadAreLeftAlone) {
+    auto m = std::make_unique<Module>();
+    ASSERT_TRUE(m->Loaded());
+    int index = FN(*m, TLS_AllocIndex)();
+    auto setItem = FN(*m, TLS_SetItem);
+    gDestroyed = 0;
+    std::atomic<int> step{0};
+    std::thread t([&] {
+#ifndef _WIN32
+        if (__lsan_disable) __lsan_disable(); // the thread's block outlives the library by design: nobody is left to free it
+#endif
+        setItem(index, &gDestroyed, countDestroy);
+        for (++step; step < 2;) std::this_thread::yield();
+    });
+    while (step < 1) std::this_thread::yield();
+    m->Unload();
+    EXPECT_EQ(gDestroyed, 0) << "unload destroyed another thread's item";
+    ++step;
+    t.join();
+    EXPECT_EQ(gDestroyed, 0) << "the ended thread reached an unloaded library";
 }
 
 #ifndef _WIN32

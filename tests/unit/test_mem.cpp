@@ -1,5 +1,5 @@
-// The heap: sizes, zero fill, the null and zero cases, failures, and the
-// main region around every heap call.
+// The heap: the null and zero cases, and the main region around every heap
+// call.
 #include <oxlrt31/mem.h>
 #include "core/crsect.h"
 #include "../support/scripted_osl.h"
@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <sstream>
 
 namespace {
 
@@ -15,29 +14,6 @@ DWORD nonZero(const unsigned char* p, DWORD from, DWORD to) {
     DWORD n = 0;
     for (DWORD i = from; i < to; ++i) n += p[i] != 0;
     return n;
-}
-
-// from 0: MemAlloc(to), after a block of that size was dirtied and freed, so
-// that a reused block would show. Otherwise MemRealloc of a block of `from`
-// bytes, each holding a byte of its own: the old bytes stay, the new are zero.
-TEST(Mem, BlocksHaveTheSizeAskedAndComeZeroed) {
-    const struct { DWORD from, to; } rows[] = {{0, 1}, {0, 16}, {0, 4096}, {0, 100000}, {16, 64}, {64, 16}, {1, 100000}, {100, 100}};
-    for (const auto& r : rows) {
-        std::ostringstream call;
-        call << (r.from ? "MemRealloc(block of " : "MemAlloc(") << (r.from ? std::to_string(r.from) + ", " : "") << r.to << ")";
-        auto* p = static_cast<unsigned char*>(MemAlloc(r.from ? r.from : r.to));
-        ASSERT_NE(p, nullptr) << call.str();
-        for (DWORD i = 0; i < (r.from ? r.from : r.to); ++i) p[i] = static_cast<unsigned char>(i % 251 + 1);
-        if (!r.from) MemFree(p);
-        auto* q = static_cast<unsigned char*>(r.from ? MemRealloc(p, r.to) : MemAlloc(r.to));
-        ASSERT_NE(q, nullptr) << call.str();
-        EXPECT_EQ(MemSize(q), r.to) << "MemSize after " << call.str();
-        DWORD kept = r.from < r.to ? r.from : r.to, wrong = 0;
-        for (DWORD i = 0; i < kept; ++i) wrong += q[i] != i % 251 + 1;
-        EXPECT_EQ(wrong, 0u) << "old bytes changed by " << call.str();
-        EXPECT_EQ(nonZero(q, kept, r.to), 0u) << "new bytes not zero after " << call.str();
-        MemFree(q);
-    }
 }
 
 // Null and zero arguments: what comes back, and how many blocks the heap
