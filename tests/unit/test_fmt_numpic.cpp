@@ -39,7 +39,7 @@ TEST(FmtNumPic, Translations) {
         {FMTTokenizeNumberPic, &minus5, "$#,##0;-#,##0", "\x03\x0F#\x01##0\x10;-\x0F#\x01##0\x10"},
         {FMTUnTokenizeNumberPic, &kB, "\x0F#\x01##0\x02" "00\x10\x0E\x06;(\x0F#\x01##0\x02" "00\x10)", "#.##0,00;(#.##0,00)"}, // no one-byte suffix
         {FMTUnTokenizeNumberPic, &kA, "\x0F#\x01##0\x02" "00\x10\x0E\x06;(\x0F#\x01##0\x02" "00\x10)", "#,##0.00_);(#,##0.00)"},
-        {FMTUnTokenizeNumberPic, &kB, "\x0F#\x10\x0E\x04", "#"},
+        {FMTUnTokenizeNumberPic, &kB, "\x0F#\x10\x0E\x04", "#"}, {FMTUnTokenizeNumberPic, &kA, "\x0F#\x10\x0E\x04", "#"},
         {FMTUnTokenizeNumberPic, &kA, "\x0F#\x10\x0Ex", "#_x"}, {FMTUnTokenizeNumberPic, &kA, "\x0F#\x10\x0E", "#_"},
         {FMTUnTokenizeNumberPic, &kA, ";;\x03\x0F#\x10\x06", ";;$($#)"},
         {FMTUnTokenizeNumberPic, &kB, "\x0F#\x01##0\x10;-\x0F#\x10", "#.##0;-#"},

@@ -22,7 +22,7 @@ void CheckValidate(const Settings& s, LONG type, std::initializer_list<std::pair
 
 TEST(FmtNumValidate, NumbersAndCurrency) {
     CheckValidate(kA, FMT_NUMBER, {
-        {"1,234,567.5", "1234567.5"}, {"-.5", "-.5"}, {"+5", "5"}, {"5-", "-5"}, {"  7  ", "7"}, {"1e-5", ".00001"},
+        {"1,234,567.5", "1234567.5"}, {"-.5", "-.5"}, {"+5", "5"}, {"5-", "-5"}, {"  7  ", "7"}, {"1e5", "100000"}, {"1e-5", ".00001"},
         {"1e", "1"}, {",123", "123"}, {"-", "0"}, {"-0", "0"}, {"123,456", "123456"}, {"1234,567", "invalid"},
         {"1,23", "invalid"}, {"1.2.3", "invalid"}, {"1.2,3", "invalid"}, {"12a", "invalid"}, {"1E709", "invalid"},
         {"", "invalid"}, {"1e5x", "invalid"},

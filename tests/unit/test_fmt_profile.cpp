@@ -75,7 +75,7 @@ TEST(FmtProfile, StoreValuesGoIntoTheRecord) {
 TEST(FmtProfile, LongDatePictureRewrite) {
     struct Row { const Language* language; const char* picture; LONG country; const char* expected; } rows[] = {
         {&kEnglish, "dddd', 'MMMM' 'dd', 'yyyy", 1, "dddd, MMMM dd, yyyy"}, {&kEnglish, "d'. de 'MMMM", 1, "d.' de 'MMMM"},
-        {&kEnglish, "MMMM'x'", 1, "MMMM'x'"}, {&kEnglish, "d 'x", 1, "d 'x"},
+        {&kEnglish, "MMMM'x'", 1, "MMMM'x'"}, {&kEnglish, "d 'x", 1, "d 'x"}, {&kEnglish, "d. MMMMxt", 358, "d. MMMMxt"},
         {&kEnglish, "d. MMMMt", 358, "d. MMMM't'"}, {&kEnglish, "d. MMMMta yyyy", 1, "d. MMMMta yyyy"},
         {&kEnglish, "'a,b,c,d,e,f,g,h,i,j'", 1, "'a','b','c','d','e','f','g','h','i','j'"}, // 39 bytes fit the 40
         {&kEnglish, "'a,b,c,d,e,f,g,h,i,jk'", 1, "'a,b,c,d,e,f,g,h,i,jk'"},                  // 40 would not
