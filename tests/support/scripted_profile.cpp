@@ -2,22 +2,21 @@
 
 #include <atomic>
 #include <cstring>
-#include <mutex>
 #include <strings.h>
 
 namespace {
 
+// Read from several threads at once: the store changes only while no other
+// thread reads it, and the count of reads is atomic.
 struct {
     OslProfileService table;
     const OslProfileService* real;
     std::vector<ProfileEntry> store;
     std::set<UINT> missing;
     std::atomic<int> reads;
-    std::mutex lock;
 } sProfile;
 
 std::string lookUp(LPCSTR section, LPCSTR key, std::string fallback) {
-    std::lock_guard<std::mutex> hold(sProfile.lock);
     ++sProfile.reads;
     for (const ProfileEntry& e : sProfile.store)
         if (!strcasecmp(e.section.c_str(), section) && !strcasecmp(e.key.c_str(), key)) return e.value;

@@ -11,7 +11,6 @@
 #include "intl_env.h"
 #include "../support/scripted_profile.h"
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -43,23 +42,14 @@ inline const Locale kUS = User("US", ",", ".", "$", "0", "0", "2"), kGerman = Us
 
 // The locale's store in force, the cached profile marked stale and the
 // thread's currency forms dropped, on the way in and out.
-class LocaleUnder {
-public:
-    explicit LocaleUnder(const Locale& l) : m_store(l.intl) { Fresh(); }
+struct LocaleUnder {
+    explicit LocaleUnder(const Locale& l) : store(l.intl) { Fresh(); }
     ~LocaleUnder() { Fresh(); }
     static void Fresh() { FMTWinIniChanged(), TLS_Free(gTLSNumPicSlot.Index()); }
-
-private:
-    ScriptedProfile m_store;
+    ScriptedProfile store;
 };
 
 inline tagNUMBER Num(const char* text) { tagNUMBER n; return NumAsciiToNumber(&n, text), n; }
 inline std::string Text(const tagNUMBER& n) { char b[128]; return NumToAscii(&n, b, 108) > 0 ? b : ""; }
-// Bytes from their Hex() form.
-inline std::string FromHex(const char* hex) {
-    std::string s;
-    for (char* end; *hex; hex = end) s += char(std::strtol(hex, &end, 16));
-    return s;
-}
 
 #endif

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace {
 
 using Translate = LONG(OXLAPI*)(FMTCNTLBLOCK*);
@@ -15,67 +17,45 @@ std::string Translated(Translate f, const Settings& s, const std::string& pictur
     return out;
 }
 
-// Tokenised forms as Hex() writes them; "=" for a picture copied unchanged.
-struct TokenRow { const char* user; const Settings* under; const char* tokens; };
-const TokenRow kTokenRows[] = {
-    {"#,##0.00", &kA, "0F 23 01 23 23 30 02 30 30 10"},
-    {"$#,##0.00;($#,##0.00)", &kA, "03 0F 23 01 23 23 30 02 30 30 10 3B 05 0F 23 01 23 23 30 02 30 30 10 06"},
-    {"#,##0.00_);(#,##0.00)", &kA, "0F 23 01 23 23 30 02 30 30 10 0E 06 3B 28 0F 23 01 23 23 30 02 30 30 10 29"},
-    {"#,##0;-#,##0;\"zero\"", &kA, "0F 23 01 23 23 30 10 3B 2D 0F 23 01 23 23 30 10 3B 22 7A 65 72 6F 22"},
-    {"#.##0,00 DM;-#.##0,00 DM", &kB, "0F 23 01 23 23 30 02 30 30 10 04 3B 05 0F 23 01 23 23 30 02 30 30 10 06"},
-    {"0%", &kA, "0F 30 10 25"}, {"0.00E+00", &kA, "="}, {"#.", &kA, "0F 23 02 10"}, {"", &kA, "="}, {"$", &kB, "="},
-    {"#, ", &kA, "0F 23 10 2C 20"},                          // a thousands character ending the run stays text
-    {"#' $''x'", &kA, "0F 23 10 27 20 24 27 27 78 27"},      // quoted text keeps its bytes, no form inside
-    {"#\"a\\\"$", &kA, "0F 23 10 22 61 5C 22 24"},           // an escaped quote does not close
-    {"#_ DM;#_ DM", &kB, "0F 23 10 0E 06 3B 0F 23 10 0E 04"}, // a pad: negative suffix first in section 0
-    {"#_)_", &kA, "0F 23 10 0E 06 0E"}, {"#_x", &kA, "0F 23 10 0E 78"},
-    {";;$#)", &kA, "3B 3B 03 0F 23 10 06"}, // section 2 takes the positive forms, then the negative ones
-};
-
-// Each row tokenised, and its tokens untokenised under the same settings give
-// the picture back (a pad may go, and section 2 is read in another order: see below).
-TEST(FmtNumPic, TokenizeGivesTheStoredBytesAndUntokenizeThePicture) {
-    for (const TokenRow& r : kTokenRows) {
-        std::string user = r.user, tokens = *r.tokens == '=' ? user : FromHex(r.tokens);
-        EXPECT_EQ(Hex(Translated(FMTTokenizeNumberPic, *r.under, user)), Hex(tokens)) << "FMTTokenizeNumberPic(\"" << user << "\") under " << r.under->name;
-        if (user.find('_') == std::string::npos && user[0] != ';') {
-            EXPECT_EQ(Translated(FMTUnTokenizeNumberPic, *r.under, tokens), user) << "FMTUnTokenizeNumberPic(" << r.tokens << ")";
-        }
-    }
-}
-
-TEST(FmtNumPic, TranslationsUnderOtherSettings) {
+// Each translation under block settings. A picture tokenised is also
+// untokenised under the same settings and comes back, unless it has a pad
+// (which may go) or starts in section 2 (read in another order).
+TEST(FmtNumPic, Translations) {
     const Settings minus5 = {"iNegCurr 5", "$", 0, 5, ',', '.'};
-    const struct { Translate f; const Settings* under; const char* in; const char* out; } rows[] = { // tokens as hex
-        {FMTUnTokenizeNumberPic, &kB, kTokenRows[1].tokens, "#.##0,00 DM;-#.##0,00 DM"},
-        {FMTUnTokenizeNumberPic, &kA, kTokenRows[4].tokens, "$#,##0.00;($#,##0.00)"},
-        {FMTUnTokenizeNumberPic, &kB, kTokenRows[2].tokens, "#.##0,00;(#.##0,00)"}, // the pad has no one-byte suffix
-        {FMTUnTokenizeNumberPic, &kA, kTokenRows[2].tokens, "#,##0.00_);(#,##0.00)"},
-        {FMTUnTokenizeNumberPic, &kB, "0F 23 10 0E 04", "#"}, {FMTUnTokenizeNumberPic, &kA, "0F 23 10 0E 04", "#"},
-        {FMTUnTokenizeNumberPic, &kA, "0F 23 10 0E 78", "#_x"}, {FMTUnTokenizeNumberPic, &kA, "0F 23 10 0E", "#_"},
-        {FMTUnTokenizeNumberPic, &kA, "3B 3B 03 0F 23 10 06", ";;$($#)"},
-        {FMTUnTokenizeNumberPic, &kB, "0F 23 01 23 23 30 10 3B 2D 0F 23 10", "#.##0;-#"},
-        {FMTUnTokenizeNumberPic, &kA, "0F 23 10 3B 0F 23 10 06", "#;($#)"}, // a negative suffix alone brings its prefix
+    const struct { Translate f; const Settings* under; const char* in; const char* out; } rows[] = {
+        {FMTTokenizeNumberPic, &kA, "$#,##0.00;($#,##0.00)", "\x03\x0F#\x01##0\x02" "00\x10;\x05\x0F#\x01##0\x02" "00\x10\x06"},
+        {FMTTokenizeNumberPic, &kA, "#,##0.00_);(#,##0.00)", "\x0F#\x01##0\x02" "00\x10\x0E\x06;(\x0F#\x01##0\x02" "00\x10)"},
+        {FMTTokenizeNumberPic, &kB, "#.##0,00 DM;-#.##0,00 DM", "\x0F#\x01##0\x02" "00\x10\x04;\x05\x0F#\x01##0\x02" "00\x10\x06"},
+        {FMTTokenizeNumberPic, &kA, "0.00E+00", "0.00E+00"}, {FMTTokenizeNumberPic, &kB, "$", "$"},
+        {FMTTokenizeNumberPic, &kA, "#.", "\x0F#\x02\x10"},
+        {FMTTokenizeNumberPic, &kA, "#, ", "\x0F#\x10, "},               // a thousands character ending the run stays text
+        {FMTTokenizeNumberPic, &kA, "#' $''x'", "\x0F#\x10' $''x'"},     // quoted text keeps its bytes, no form inside
+        {FMTTokenizeNumberPic, &kA, "#\"a\\\"$", "\x0F#\x10\"a\\\"$"},   // an escaped quote does not close
+        {FMTTokenizeNumberPic, &kB, "#_ DM;#_ DM", "\x0F#\x10\x0E\x06;\x0F#\x10\x0E\x04"}, // a pad: negative suffix first in section 0
+        {FMTTokenizeNumberPic, &kA, "#_)_", "\x0F#\x10\x0E\x06\x0E"}, {FMTTokenizeNumberPic, &kA, "#_x", "\x0F#\x10\x0Ex"},
+        {FMTTokenizeNumberPic, &kA, ";;$#)", ";;\x03\x0F#\x10\x06"}, // section 2 takes the positive forms, then the negative ones
         // a lone "-" form is a plain minus: only the pair of both tokens is the currency form
-        {FMTTokenizeNumberPic, &minus5, "$#,##0;-#,##0$", "03 0F 23 01 23 23 30 10 3B 05 0F 23 01 23 23 30 10 06"},
-        {FMTTokenizeNumberPic, &minus5, "$#,##0;-#,##0", "03 0F 23 01 23 23 30 10 3B 2D 0F 23 01 23 23 30 10"},
-        {FMTTokenizeNumberPic, &minus5, "#;#$", "0F 23 10 3B 0F 23 10 06"}, {FMTTokenizeNumberPic, &kA, "#' it''#'", "0F 23 10 27 20 69 74 27 27 23 27"},
-        {FMTCnvOldNumberPic, &kA, "#,##0.00 units", "#,##0.00 'units'"}, {FMTCnvOldNumberPic, &kA, "(#,##0);#", "'('#,##0')';#"},
-        {FMTCnvOldNumberPic, &kB, "#,##0 DM", "#.##0 DM"}, {FMTCnvOldNumberPic, &kB, "$#,##0.00;($#,##0.00)", "'$'#.##0,00;'($'#.##0,00')'"},
+        {FMTTokenizeNumberPic, &minus5, "$#,##0;-#,##0$", "\x03\x0F#\x01##0\x10;\x05\x0F#\x01##0\x10\x06"},
+        {FMTTokenizeNumberPic, &minus5, "$#,##0;-#,##0", "\x03\x0F#\x01##0\x10;-\x0F#\x01##0\x10"},
+        {FMTUnTokenizeNumberPic, &kB, "\x0F#\x01##0\x02" "00\x10\x0E\x06;(\x0F#\x01##0\x02" "00\x10)", "#.##0,00;(#.##0,00)"}, // no one-byte suffix
+        {FMTUnTokenizeNumberPic, &kA, "\x0F#\x01##0\x02" "00\x10\x0E\x06;(\x0F#\x01##0\x02" "00\x10)", "#,##0.00_);(#,##0.00)"},
+        {FMTUnTokenizeNumberPic, &kB, "\x0F#\x10\x0E\x04", "#"}, {FMTUnTokenizeNumberPic, &kA, "\x0F#\x10\x0E\x04", "#"},
+        {FMTUnTokenizeNumberPic, &kA, "\x0F#\x10\x0Ex", "#_x"}, {FMTUnTokenizeNumberPic, &kA, "\x0F#\x10\x0E", "#_"},
+        {FMTUnTokenizeNumberPic, &kA, ";;\x03\x0F#\x10\x06", ";;$($#)"},
+        {FMTUnTokenizeNumberPic, &kB, "\x0F#\x01##0\x10;-\x0F#\x10", "#.##0;-#"},
+        {FMTUnTokenizeNumberPic, &kA, "\x0F#\x10;\x0F#\x10\x06", "#;($#)"}, // a negative suffix alone brings its prefix
+        {FMTCnvOldNumberPic, &kB, "$#,##0.00;($#,##0.00)", "'$'#.##0,00;'($'#.##0,00')'"},
         {FMTCnvOldNumberPic, &kA, "$#,##0.00;($#,##0.00)", "$#,##0.00;($#,##0.00)"}, {FMTCnvOldNumberPic, &kA, "0%x", "0%'x'"},
         {FMTCnvOldNumberPic, &kA, "#\"a;b\"_)", "#\"a;b\"_)"}, {FMTCnvOldNumberPic, &kA, "ab cd;#", "'ab cd';#"},
-        {FMTCnvOldNumberPic, &kA, "ab #", "'ab' #"}, {FMTCnvOldNumberPic, &kA, "#x$", "#'x$'"},
-        {FMTCnvOldNumberPic, &kB, "#x DM", "#'x' DM"}, {FMTCnvOldNumberPic, &kB, "0.00E+00", "0.00E+00"},
+        {FMTCnvOldNumberPic, &kA, "ab #", "'ab' #"}, {FMTCnvOldNumberPic, &kB, "#x DM", "#'x' DM"},
     };
     for (const auto& r : rows) {
-        bool tokens = r.f == FMTUnTokenizeNumberPic, toTokens = r.f == FMTTokenizeNumberPic;
-        std::string out = Translated(r.f, *r.under, tokens ? FromHex(r.in) : r.in);
-        EXPECT_EQ(toTokens ? Hex(out) : out, r.out) << (tokens ? "FMTUnTokenizeNumberPic(" : toTokens ? "FMTTokenizeNumberPic(" : "FMTCnvOldNumberPic(")
-                                                    << r.in << ") under " << r.under->name;
+        const char* name = r.f == FMTTokenizeNumberPic ? "FMTTokenizeNumberPic(" : r.f == FMTUnTokenizeNumberPic ? "FMTUnTokenizeNumberPic(" : "FMTCnvOldNumberPic(";
+        EXPECT_EQ(Hex(Translated(r.f, *r.under, r.in)), Hex(r.out)) << name << Hex(r.in) << ") under " << r.under->name;
+        if (r.f == FMTTokenizeNumberPic && !std::strchr(r.in, '_') && *r.in != ';') {
+            EXPECT_EQ(Translated(FMTUnTokenizeNumberPic, *r.under, r.out), r.in) << "FMTUnTokenizeNumberPic(" << Hex(r.out) << ") under " << r.under->name;
+        }
     }
-}
-
-TEST(FmtNumPic, NullPictureGivesZeroAndAnEmptyOutput) {
     for (Translate f : {FMTTokenizeNumberPic, FMTUnTokenizeNumberPic, FMTCnvOldNumberPic}) {
         char out[8] = "Z";
         FMTCNTLBLOCK b = BlockOf(kA, nullptr, out);
@@ -94,52 +74,61 @@ void CheckValid(const Settings& s, std::initializer_list<std::pair<const char*, 
 }
 
 TEST(FmtNumPic, Validity) {
-    CheckValid(kA, {{"#,##0.00", 1}, {"#0", 1}, {"#%", 1}, {"# ", 1}, {"#_)", 1}, {"#.00;", 1}, {"#,##0.00;(#,##0.00)", 1},
-                    {"$#,##0.00;($#,##0.00)", 1}, {"0.00E+00", 1}, {"0.00e-00", 1}, {"", 1}, {"$", 1}, {"'0'#", 1},
-                    {"#' x'", 1}, {"#\"a\"\"b\"", 1}, {"0.0#", 1}, {"#.", 1}, {";(#)", 1}, {"#;-#", 1}, {"#;;\"z\"", 1},
-                    {"##,##0", 1}, {"0.###E-0#", 1}, {"#;#-", 1}, {"#;;($#)", 1}, {"#;#)", 1}, {"$$#", 1}, {"#,###.0", 1},
-                    {"0#", 0}, {"0.#0", 0}, {"#,#.00", 0}, {"#,##,##0", 0}, {"#.#.#", 0}, {"# #", 0}, {"a#", 0}, {"%#", 0},
-                    {"-#", 0}, {"#,", 0}, {"#_) ", 0}, {"#;#;#;#", 0}, {"#,##0.00;(#,##0.00", 0}, {"$#,##0.00;-$#,##0.00", 0},
-                    {"$#,##0;-#,##0", 0}, {"0.00E+", 0}, {"0.E+00", 0}, {"0.#0E+00", 0}, {"0.00E+#0", 0}, {"0.00E+00 kg", 0},
-                    {"0.00X+00", 0}, {"#'x", 0}, {"#;(#))", 0}, {"#;((#)", 0}, {"#;-(#)", 0}, {"#;(-#)", 0}, {"#;--#", 0},
-                    {"#;(#)-", 0}, {"#,####.0", 0}, {"#,##0.0#0", 0}, {"\x0F#\x01##0\x02" "00\x10", 1}, {"\x0F#\x02#0\x10", 0}});
-    CheckValid(kB, {{"#,", 1}, {"#,##0.00", 0}, {"#.##0,00 DM;-#.##0,00 DM", 1}, {"#.##0,00 DM;(#)", 0},
-                    {"\x0F#\x01##0\x02" "00\x10\x04", 1}});
+    CheckValid(kA, {{"#,##0.00", 1}, {"#%", 1}, {"#_)", 1}, {"#.00;", 1}, {"$#,##0.00;($#,##0.00)", 1}, {"0.###E-0#", 1},
+                    {"", 1}, {"$", 1}, {"#\"a\"\"b\"", 1}, {"#;-#", 1}, {"#;;($#)", 1}, {"#;#)", 1}, {"##,##0", 1},
+                    {"#,###.0", 1}, {"0#", 0}, {"0.#0", 0}, {"#,#.00", 0}, {"#,##,##0", 0}, {"#.#.#", 0}, {"# #", 0},
+                    {"a#", 0}, {"-#", 0}, {"#,", 0}, {"#_) ", 0}, {"#;#;#;#", 0}, {"#,##0.00;(#,##0.00", 0},
+                    {"$#,##0.00;-$#,##0.00", 0}, {"$#,##0;-#,##0", 0}, {"0.00E+", 0}, {"0.E+00", 0}, {"0.#0E+00", 0},
+                    {"0.00E+#0", 0}, {"0.00E+00 kg", 0}, {"#'x", 0}, {"#;(#))", 0}, {"#;((#)", 0}, {"#;-(#)", 0},
+                    {"#;(-#)", 0}, {"#;--#", 0}, {"#;(#)-", 0}, {"\x0F#\x01##0\x02" "00\x10", 1}, {"\x0F#\x02#0\x10", 0}});
+    CheckValid(kB, {{"#,", 1}, {"#.##0,00 DM;-#.##0,00 DM", 1}, {"#.##0,00 DM;(#)", 0}});
     CheckValid(kA, {{std::string(63, '#').c_str(), 1}, {std::string(64, '#').c_str(), 0}}); // a picture has at most 63 bytes
-    CheckValid({"thousands blank", "$", 0, 0, ' ', ','}, {{"# ##0 'kg'", 1}, {"# ", 1}, {"# ##", 1}});
+    CheckValid({"thousands blank", "$", 0, 0, ' ', ','}, {{"# ##0 'kg'", 1}, {"# ", 1}});
     CheckValid({"thousands quote", "$", 0, 4, '\'', '.'}, {{"#'##0.00", 1}, {"#'x'", 1}, {"#;(#SFr)", 0}, {"#;(#$)", 1}});
 }
 
 // ---- stored under one user's settings, read under another's -----------------
 
-std::string UnderProfile(Translate f, const std::string& picture) {
-    char out[256];
+// A translation or FMTFormatNumber under the profile (the value and type for the latter).
+std::string UnderProfile(Translate f, const std::string& picture, LONG type = FMT_NONE, const char* value = "0") {
+    char out[256] = "Z";
     FMTCNTLBLOCK b = ProfileBlock(picture.c_str(), out);
+    b.nType = type;
+    b.numValue = Num(value);
     EXPECT_EQ(f(&b), 1);
     return out;
 }
 
+// Each user's own currency picture, and what each user is shown for
+// 1234.5 and -1234.5 under it, then as a plain number and as currency.
+struct UserRow { const Locale* locale; const char* picture; const char* texts[4]; };
+const UserRow kUsers[] = {
+    {&kUS, "$#,##0.00;($#,##0.00)", {"$1,234.50", "($1,234.50)", "1,234.50", "$1,234.50"}},
+    {&kGerman, "#.##0,00 DM;-#.##0,00 DM", {"1.234,50 DM", "-1.234,50 DM", "1.234,50", "1.234,50 DM"}},
+    {&kFrench, "# ##0,00 F;-# ##0,00 F", {"1 234,50 F", "-1 234,50 F", "1 234,50", "1 234,50 F"}},
+    {&kSwiss, "SFr. #'##0.00;SFr.-#'##0.00", {"SFr. 1'234.50", "SFr.-1'234.50", "1'234.50", "SFr. 1'234.50"}},
+    {&kJapan, "\\#,##0.00;-\\#,##0.00", {"\\1,234.50", "-\\1,234.50", "1,234.50", "\\1,235"}},
+};
+
+// Every user's picture stored, then shown to and used by every user.
 TEST(FmtNumPic, StoredUnderOneLocaleReadUnderAnother) {
-    const struct { const Locale* stored; const char* typed; const Locale* read; const char* shown; } rows[] = {
-        {&kUS, "$#,##0.00;($#,##0.00)", &kGerman, "#.##0,00 DM;-#.##0,00 DM"},
-        {&kUS, "$#,##0.00;($#,##0.00)", &kFrench, "# ##0,00 F;-# ##0,00 F"},
-        {&kUS, "$#,##0.00;($#,##0.00)", &kSwiss, "SFr. #'##0.00;SFr.-#'##0.00"},
-        {&kUS, "$#,##0.00;($#,##0.00)", &kJapan, "\\#,##0.00;-\\#,##0.00"},
-        {&kGerman, "#.##0,00 DM;-#.##0,00 DM", &kUS, "$#,##0.00;($#,##0.00)"},
-        {&kGerman, "#.##0,00 DM;-#.##0,00 DM", &kSwiss, "SFr. #'##0.00;SFr.-#'##0.00"},
-        {&kFrench, "# ##0,00 F", &kGerman, "#.##0,00 DM"}, {&kJapan, "\\#,##0;-\\#,##0", &kUS, "$#,##0;($#,##0)"},
-        {&kSwiss, "SFr. #'##0.00;SFr.-#'##0.00", &kFrench, "# ##0,00 F;-# ##0,00 F"},
-        {&kUS, "#,##0.00 'kg'", &kFrench, "# ##0,00 'kg'"},
-    };
-    for (const auto& r : rows) {
+    const struct { LONG type; const char* value; } calls[] = {
+        {FMT_PICTURE, "1234.5"}, {FMT_PICTURE, "-1234.5"}, {FMT_NUMBER, "1234.5"}, {FMT_CURRENCY, "1234.5"}};
+    for (const UserRow& from : kUsers) {
         std::string stored;
         {
-            LocaleUnder l(*r.stored);
-            stored = UnderProfile(FMTTokenizeNumberPic, r.typed);
+            LocaleUnder l(*from.locale);
+            stored = UnderProfile(FMTTokenizeNumberPic, from.picture);
         }
-        LocaleUnder l(*r.read);
-        EXPECT_EQ(UnderProfile(FMTUnTokenizeNumberPic, stored), r.shown)
-            << "\"" << r.typed << "\" stored under " << r.stored->name << " as " << Hex(stored) << ", read under " << r.read->name;
+        for (const UserRow& to : kUsers) {
+            LocaleUnder l(*to.locale);
+            std::string where = std::string("\"") + from.picture + "\" stored under " + from.locale->name + " as " + Hex(stored) +
+                                ", read under " + to.locale->name;
+            EXPECT_EQ(UnderProfile(FMTUnTokenizeNumberPic, stored), to.picture) << where;
+            for (int i = 0; i < 4; ++i)
+                EXPECT_EQ(UnderProfile(FMTFormatNumber, stored, calls[i].type, calls[i].value), to.texts[i])
+                    << "FMTFormatNumber type " << calls[i].type << ", " << calls[i].value << ", " << where;
+        }
     }
 }
 
@@ -152,19 +141,6 @@ TEST(FmtNumPic, AThreadKeepsItsCurrencyFormsWhenTheProfileChanges) {
     EXPECT_EQ(UnderProfile(FMTUnTokenizeNumberPic, stored), "$#") << "forms of the thread's first use";
     LocaleUnder::Fresh();
     EXPECT_EQ(UnderProfile(FMTUnTokenizeNumberPic, stored), "# DM") << "forms built again after the record went";
-}
-
-TEST(FmtNumPic, CurrencyFormsOfEveryPosition) {
-    const char* rows[] = {"$||($|)", "|$|-$|", "$ ||$-|", "| $|$|-", "$||(|$)", "|$|-|$", "$ |||-$", "| $||$-",
-                          "$||-| $", "|$|-$ |", "$ ||| $-", "|||"}; // iCurrency n % 4 (4 for the last), iNegCurr n
-    for (LONG n = 0; n < 12; ++n) {
-        char pp[10], ps[10], np[10], ns[10];
-        FMTBuildCurrencyForms(n == 11 ? 4 : n % 4, n, pp, ps, np, ns, "$");
-        EXPECT_EQ(std::string(pp) + "|" + ps + "|" + np + "|" + ns, rows[n]) << "FMTBuildCurrencyForms(" << n % 4 << ", " << n << ")";
-    }
-    char pp[10], ps[10], np[10], ns[10];
-    FMTBuildCurrencyForms(0, 9, pp, ps, np, ns, "ABCDEFGHIJ");
-    EXPECT_STREQ(np, "-ABCDEFG ") << "a symbol is cut to 7 bytes";
 }
 
 } // namespace
