@@ -76,7 +76,6 @@ std::pair<WORD, WORD> EditHost::Sel() const {
     DWORD both = DWORD(gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETSEL, 0, 0));
     return {WORD(both), WORD(both >> 16)};
 }
-bool EditHost::Modified() const { return gOsl.edit->CallWindowProcA(gControl, m_edit, OSL_EM_GETMODIFY, 0, 0) != 0; }
 
 LONG Unmask(const char* text, const char* mask, char* out) {
     std::vector<char> own(out ? 0 : std::strlen(text) + 1);
@@ -92,15 +91,6 @@ bool caretAllowed(EditHost& host, const char* mask) {
     WORD caret = host.Sel().first;
     size_t len = std::strlen(mask);
     return caret >= host.Text().size() || FMTIsMaskChar(caret < len ? mask[caret] : FMTIsPicUnlimited(mask) ? '*' : 0);
-}
-
-// FMTMaskText into exactly the room the header promises, and FMTUnmaskInput
-// on the raw text: neither may write past its buffer.
-void putAndTake(const std::string& mask, const std::string& text) {
-    const char* m = FMTMaskProper(mask.c_str());
-    std::vector<char> out(FMTIsPicUnlimited(m) ? FMTCntNonMaskChars(m) + (*m == '^') + text.size() + 1 : std::strlen(m) + 1);
-    FMTMaskText(text.c_str(), out.data(), m);
-    Unmask(text.c_str(), mask.c_str(), nullptr);
 }
 
 void message(EditHost& host, BYTE kind, BYTE value, const std::string& text) {
@@ -127,7 +117,11 @@ std::string EditDrive(const unsigned char* data, size_t size) {
     std::string rest(reinterpret_cast<const char*>(data) + 1 + n, size - 1 - n), text = rest.substr(0, rest.find('\0'));
     const char* proper = FMTMaskProper(mask.c_str());
     bool valid = FMTIsValidMaskFormat(proper); // an invalid mask must only do no harm
-    putAndTake(mask, text);
+    // FMTMaskText into exactly the room the header promises, and FMTUnmaskInput
+    // on the raw text: neither may write past its buffer.
+    std::vector<char> out(FMTIsPicUnlimited(proper) ? FMTCntNonMaskChars(proper) + (*proper == '^') + text.size() + 1 : std::strlen(proper) + 1);
+    FMTMaskText(text.c_str(), out.data(), proper);
+    Unmask(text.c_str(), mask.c_str(), nullptr);
     EditHost host(mask.c_str(), FMTF_EDITFILTER | FMTF_EDITNOTIFY);
     for (size_t i = 0; i + 1 < rest.size(); i += 2) {
         BYTE kind = BYTE(rest[i]), value = BYTE(rest[i + 1]);

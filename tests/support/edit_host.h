@@ -24,7 +24,6 @@ public:
     void Key(char k, bool shift = false);
     std::string Text() const;
     std::pair<WORD, WORD> Sel() const; // start and end
-    bool Modified() const;
     int beeps = 0;
     bool shift = false;
     WPARAM setTextId = 0; // wParam of the last FMTM_SETTEXT the host saw
