@@ -92,6 +92,24 @@ TEST(FmtMaskEdit, TextFromElsewhere) {
                   std::make_tuple(std::string(r.after), r.modified, WPARAM(r.msg == FMTM_SETTEXT && r.flags & FMTF_EDITNOTIFY ? 7 : 0)))
             << "message " << r.msg << " of \"" << r.text << "\" to \"" << r.mask << "\" with flags " << r.flags << " (text, modified, id)";
     }
+    EditHost host(kPhone, 0);
+    host.Set("(555)", 5, 5);
+    char buf[8] = "x";
+    EXPECT_EQ(host.Send(OSL_WM_GETTEXT, 0, reinterpret_cast<LPARAM>(buf)), 0) << "WM_GETTEXT into no room";
+    EXPECT_STREQ(buf, "x") << "WM_GETTEXT into no room";
+}
+
+// Left to the control: a call made while the filter is at work (the control
+// calling back into it), the filter's own mark left as found, and no block.
+TEST(FmtMaskEdit, Declines) {
+    FMTCNTLBLOCK b;
+    FMTInitCntlBlock(&b);
+    b.lpszPicture = const_cast<char*>(kPhone), b.uMsg = OSL_WM_CHAR, b.wParam = '5';
+    FMTThreadItem()->bInFilter = 1;
+    EXPECT_EQ(FMTValidateInput(&b), 0) << "FMTValidateInput of '5' inside the filter";
+    EXPECT_EQ(FMTThreadItem()->bInFilter, 1u) << "the filter's mark after a call inside it";
+    FMTThreadItem()->bInFilter = 0;
+    EXPECT_EQ(FMTValidateInput(nullptr), 0) << "FMTValidateInput(null)";
 }
 
 // Working memory that can't be had: an insertion is refused, a deletion does

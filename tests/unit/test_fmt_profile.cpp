@@ -151,4 +151,31 @@ TEST(FmtProfile, InitCntlBlock) {
     EXPECT_EQ(Hex(bytes), Hex(std::string(reinterpret_cast<const char*>(&want), sizeof want))) << "FMTInitCntlBlock over bytes 0xA5";
 }
 
+// The platform's own store (the private Wine prefix's win.ini, or natively the
+// file OXLRT31_PROFILE names): the test writes its keys, reads them through
+// FMTGetProfileIntl and puts back what was there (a missing key is removed
+// again). Names of another case, numbers with a sign or letters behind them, and a value
+// in quotes in the library's own section (the system keeps "intl" elsewhere
+// than in win.ini, and takes its values as they stand). One test, as the
+// store is one file for every process.
+TEST(FmtProfile, PlatformStore) {
+    std::vector<ProfileEntry> entries = Entries("iCountry=49|sLongDate=dddd', 'd'. 'MMMM yyyy|sThousand=.|iCurrency=3|s1159=|iDigits=3x"
+                                                "|iCurrDigits=+4|iNegCurr=-2|X:sDateType=\"JapanEmperor\"|X:iEmpDateBoundryCheck=1");
+    entries.push_back({"INTL", "SDECIMAL", ","});
+    std::vector<std::string> saved;
+    for (const ProfileEntry& e : entries) {
+        char old[256];
+        gOsl.profile->GetProfileStringA(e.section.c_str(), e.key.c_str(), "\x01", old, sizeof old);
+        saved.push_back(old);
+        for (const char* value : {"stale", e.value.c_str()}) // the value replaces one there before
+            EXPECT_TRUE(gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), value)) << e.key << "=" << value;
+    }
+    std::string got = Read();
+    for (size_t i = entries.size(); i-- > 0;)
+        gOsl.profile->WriteProfileStringA(entries[i].section.c_str(), entries[i].key.c_str(), saved[i] == "\x01" ? nullptr : saved[i].c_str());
+    ExpectFields(got, "iCountry=49|sLongDate=dddd, d. MMMM yyyy|chThousand=.|chDecimal=,|bCurrencySpace=1|bCurrencySuffix=1|iDigits=3"
+                      "|iCurrDigits=4|iNegCurr=4294967294|s1159=AM|iDateType=3|iEmpDateBoundryCheck=1",
+                 "the platform's store");
+}
+
 } // namespace
