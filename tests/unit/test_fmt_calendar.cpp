@@ -34,10 +34,9 @@ TEST(FmtCalendar, EveryDayOfTenThousandYears) {
 
 TEST(FmtCalendar, CalendarTest) {
     struct Row { LONG month, day, year; const char* dayName; int valid; } rows[] = {
-        {2, 29, 2000, nullptr, 1}, {2, 29, 1900, nullptr, 0}, {2, 29, 2004, nullptr, 1}, {2, 29, 2001, nullptr, 0}, {2, 30, 2000, nullptr, 0},
-        {4, 30, 2000, nullptr, 1}, {4, 31, 2000, nullptr, 0}, {11, 31, 2000, nullptr, 0}, {12, 31, 2000, nullptr, 1}, {1, 32, 2000, nullptr, 0},
+        {2, 29, 2000, nullptr, 1}, {2, 29, 1900, nullptr, 0}, {4, 31, 2000, nullptr, 0}, {12, 31, 2000, nullptr, 1}, {1, 32, 2000, nullptr, 0},
         {13, 1, 2000, nullptr, 0}, {0, 1, 2000, nullptr, 0}, {1, 0, 2000, nullptr, 0}, {1, 1, 2000, "SATURDAY", 1}, {1, 1, 2000, "Sunday", 0},
-        {1, 1, 2000, "", 1}, {1, 7, 2000, "Fri", 1}, {1, 7, 2000, "Thu", 0}, {13, 1, 2000, "sat", 0}, {3, 15, 2024, "Friday", 1}};
+        {1, 1, 2000, "", 1}, {1, 7, 2000, "Fri", 1}};
     for (const Row& r : rows)
         EXPECT_EQ(FMTIsDateValid(r.month, r.day, r.year, r.dayName), r.valid)
             << "FMTIsDateValid(" << Show(r.month, r.day, r.year) << ", " << (r.dayName ? r.dayName : "null") << ")";
@@ -46,9 +45,8 @@ TEST(FmtCalendar, CalendarTest) {
 // The lookups search the sorted tables: every name and near misses, under a single- and a double-byte page.
 TEST(FmtCalendar, NumberOfAName) {
     struct Row { const char* name; int month, day; } rows[] = {
-        {"Jan", 1, 0}, {"JANUARY", 1, 0}, {"Apr", 4, 0}, {"May", 5, 0}, {"Jun", 6, 0}, {"July", 7, 0}, {"September", 9, 0}, {"Dec", 12, 0},
-        {"December", 12, 0}, {"Janu", 0, 0}, {"Sept", 0, 0}, {"", 0, 0}, {"Decembers", 0, 0}, {"A", 0, 0}, {"Zzz", 0, 0}, {"sat", 0, 1},
-        {"Saturday", 0, 1}, {"SUNDAY", 0, 2}, {"Wednesday", 0, 5}, {"Fri", 0, 7}, {"Friday", 0, 7}, {"Tues", 0, 0}};
+        {"Apr", 4, 0}, {"JANUARY", 1, 0}, {"May", 5, 0}, {"September", 9, 0}, {"Dec", 12, 0}, {"Janu", 0, 0}, {"A", 0, 0}, {"Zzz", 0, 0},
+        {"sat", 0, 1}, {"SUNDAY", 0, 2}, {"Wednesday", 0, 5}, {"Friday", 0, 7}, {"Tues", 0, 0}};
     for (const Language& l : {kEnglish, kJapanese}) {
         IntlUnder env(l);
         for (const Row& r : rows) {
@@ -72,8 +70,7 @@ TEST(FmtCalendar, MissingStringLeavesTextUnloaded) {
 
 TEST(FmtCalendar, TwoDigitYearWindow) {
     struct Row { WORD now; LONG yy, century; } rows[] = {
-        {2026, 49, 2000}, {2026, 50, 1900}, {1949, 49, 1900}, {1949, 50, 1800}, {2049, 49, 2000}, {2049, 50, 1900}, {2050, 49, 2100},
-        {2050, 50, 2000}, {2050, 0, 2100}, {2050, 99, 2000}, {2000, 0, 2000}, {2000, 99, 1900}, {2100, 49, 2100}, {2100, 50, 2000}};
+        {2049, 49, 2000}, {2049, 50, 1900}, {2050, 49, 2100}, {2050, 50, 2000}, {2050, 0, 2100}, {2050, 99, 2000}, {2000, 0, 2000}};
     for (const Row& r : rows) {
         ScriptedClock clock(r.now);
         EXPECT_EQ(FMTCentury(r.yy), r.century) << "FMTCentury(" << r.yy << ") in " << r.now;
@@ -87,8 +84,7 @@ TEST(FmtCalendar, EraOfADate) {
                                  "95 BD 90 AC, 2 characters"};
     struct Row { Day date; int era; LONG eraYear; } rows[] = {
         {{1, 8, 1989}, 3, 1}, {{12, 31, 1989}, 3, 1}, {{1, 1, 1990}, 3, 2}, {{1, 7, 1989}, 2, 64}, {{9, 28, 1868}, -1, 0},
-        {{9, 29, 1868}, 0, 1}, {{7, 29, 1912}, 0, 45}, {{7, 30, 1912}, 1, 1}, {{12, 24, 1926}, 1, 15}, {{12, 25, 1926}, 2, 1},
-        {{1, 1, 2000}, 3, 12}, {{1, 1, 1}, -1, 0}};
+        {{9, 29, 1868}, 0, 1}, {{7, 29, 1912}, 0, 45}, {{7, 30, 1912}, 1, 1}, {{12, 25, 1926}, 2, 1}};
     for (const Row& r : rows) {
         LONG eraYear = 0;
         int era = FMTEraOf(FMTDateToJulian(r.date.month, r.date.day, r.date.year), &eraYear);
@@ -104,11 +100,8 @@ TEST(FmtCalendar, EraOfADate) {
 // Rows: the text, and the fields as "month/day/year hour/minute/second.microsecond".
 TEST(FmtCalendar, IsoText) {
     const char* rows[][2] = {
-        {"1999-12-31-23.59.59.000123", "12/31/1999 23/59/59.123"}, {"199", "0/0/0 0/0/0.0"}, {"1999-1", "0/0/1999 0/0/0.0"},
-        {"1999-12-3", "12/0/1999 0/0/0.0"}, {"1999-12-31-2", "12/31/1999 0/0/0.0"}, {"1999-12-31-23", "12/31/1999 23/0/0.0"},
-        {"1999-12-31-23.5", "12/31/1999 23/0/0.0"},
-        {"2024-03-15 08:30:07", "3/15/2024 8/30/7.0"}, {"1999-12-31-23.59.59.00012", "12/31/1999 23/59/59.0"},
-        {"1999-12-31-23.59.59.999999x", "12/31/1999 23/59/59.999999"}, {"abcd-xy-3z", "0/3/0 0/0/0.0"}, {"", "0/0/0 0/0/0.0"}};
+        {"1999-12-31-23.59.59.000123", "12/31/1999 23/59/59.123"}, {"199", "0/0/0 0/0/0.0"}, {"1999-12-3", "12/0/1999 0/0/0.0"},
+        {"1999-12-31-23.5", "12/31/1999 23/0/0.0"}, {"1999-12-31-23.59.59.00012", "12/31/1999 23/59/59.0"}, {"abcd-xy-3z", "0/3/0 0/0/0.0"}};
     for (const auto& r : rows) {
         DATDEF d;
         std::memset(&d, 0x5A, sizeof d);
