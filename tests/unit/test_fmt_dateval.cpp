@@ -1,9 +1,8 @@
 // Reading dates: FMTValidateDateTime, FMTUnformatDateTimeStr,
-// FMTIsValidDateString, FMTIsDatePicValid and the Japanese date reader, with
+// FMTIsValidDateString, FMTIsDatePicValid and Japanese dates, with
 // the short picture "M/d/yy", the long "dddd, MMMM dd, yyyy", the default
 // time "hh:mm:ss AMPM", country 1 and the year 2026 on the clock.
 // A row with only a text and a type is a refusal: result 0, value and flags untouched.
-#include "format/dateval.h"
 #include "test_fmt_date_env.h"
 #include "intl_env.h"
 
@@ -47,20 +46,18 @@ TEST(FMTValidateDateTime, Texts) {
         {"12/31/99", 1, {}, 1, kDec31, kDate}, {"1/1/49", 1, {}, 1, D(1, 1, 2049), kDate}, {"12/31/0099", 1, {}, 1, D(12, 31, 99), kDate},
         {"Dec 31, 1999", 1, {}, 1, kDec31, kDate}, {"31-Dec-1999", 1, {}, 1, kDec31, kDate}, {"1999-12-31", 1, {}, 1, kDec31, kDate},
         {"friday, DEC 31, 1999", 1, {}, 1, kDec31, kDate}, {"1/1/9999", 1, {}, 1, D(1, 1, 9999), kDate}, {"Saturday, December 31, 1999", 1},
-        {"2/30/99", 1}, {"1/1/10000", 1}, {"1/2", 1}, {"19991231", 1}, {"12/31/99 x", 1}, {"", 1}, {"12/31/99", 0},
+        {"2/30/99", 1}, {"1/1/10000", 1}, {"1/2", 1}, {"12/31/99 x", 1}, {"", 1}, {"12/31/99", 0},
         {"12/31/99", 1, [](FMTCNTLBLOCK& b) { b.bUseProfile = 1, b.dwFlags &= ~DWORD(FMTF_DEFAULTTIME); }},
         {"1/5/2000", 1, [](FMTCNTLBLOCK& b) { b.lpszShortPic = b.lpszLongPic = nullptr; }, 1, D(1, 5, 2000), kDate},
         {"1/5/2000", 1, [](FMTCNTLBLOCK& b) { b.lpszShortPic = b.lpszLongPic = nullptr, b.iCountry = 2; }},
         // dates and times
-        {"12/31/99", 3, {}, 1, kDec31, kDate}, {"12/31/99 10:30 PM", 3, {}, 1, D(12, 31, 1999, 22, 30), kBoth},
-        {"12/31/99 12:30 AM", 3, {}, 1, D(12, 31, 1999, 0, 30), kBoth}, {"12/31/99 24:00", 3, {}, 1, D(12, 31, 1999, 24, 0), kBoth},
-        {"1999-12-31-22.30.00.123456", 3, {}, 1, D(12, 31, 1999, 22, 30, 0, 123456), kBoth},
+        {"12/31/99", 3, {}, 1, kDec31, kDate}, {"12/31/99 12:30 AM", 3, {}, 1, D(12, 31, 1999, 0, 30), kBoth},
+        {"12/31/99 24:00", 3, {}, 1, D(12, 31, 1999, 24, 0), kBoth}, {"1999-12-31-22.30.00.123456", 3, {}, 1, D(12, 31, 1999, 22, 30, 0, 123456), kBoth},
         {"12/31/99 22:30", 3, Flags(0), 1, D(12, 31, 1999, 22, 30), kBoth}, {"12/31/99 10:30 PM", 3, Flags(0)}, {"12/31/99 13:30 PM", 3},
         {"12/31/99 25:00", 3}, {"1999-12-31-22.30.00.1234567", 3},
         // times alone
-        {"10 PM", 2, {}, 1, T(22, 0), kTime}, {"10:30:15 am", 2, {}, 1, T(10, 30, 15), kTime}, {"22:30:15.000007", 2, {}, 1, T(22, 30, 15, 7), kTime},
-        {"22:30:15.1000000", 2}, {"PM", 2}, {"22:30", 2, Flags(FMTF_DEFAULTTIME | FMTF_STRICTTIME)},
-        {"10:30 PM", 2, Flags(FMTF_DEFAULTTIME | FMTF_STRICTTIME), 1, T(22, 30), kTime},
+        {"10 pm", 2, {}, 1, T(22, 0), kTime}, {"22:30:15.000007", 2, {}, 1, T(22, 30, 15, 7), kTime}, {"PM", 2},
+        {"22:30", 2, Flags(FMTF_DEFAULTTIME | FMTF_STRICTTIME)}, {"10:30 PM", 2, Flags(FMTF_DEFAULTTIME | FMTF_STRICTTIME), 1, T(22, 30), kTime},
         {"7:05", 2, ShortPic(0, "h:mm"), 1, T(7, 5), kTime | kNoZero}, {"7:05", 2, ShortPic(0, "hhhh:mm"), 1, T(7, 5), kTime},
         {"7 05", 2, ShortPic(FMTF_STRICTTIME, "hhhh:mm")}, {"12:30 PM", 2, PmOnly(), 1, T(12, 30), kTime}, {"12:30 AM", 2, PmOnly()},
         {"12/1 10:30", 2, ShortPic(0, "M/d hh:mm"), 1, D(12, 1, 1900, 10, 30), kBoth},
@@ -74,17 +71,14 @@ TEST(FMTUnformatDateTimeStr, Pictures) {
     auto micro = [](const char* pic) { return [=](FMTCNTLBLOCK& b) { Picture(pic)(b), b.dwFlags |= FMTF_MICROSECONDS; }; };
     ExpectReads("FMTUnformatDateTimeStr", FMTUnformatDateTimeStr, {
         {"Dec 31, 1999", 1, Picture("MMMM dd, yyyy"), 1, kDec31, kDate}, {"December 31, 1999", 1, Picture("MMM dd, yyyy"), 1, kDec31, kDate},
-        {"31.12.1999", 1, Picture("dd/MM/yyyy"), 1, kDec31, kDate}, {"19991231", 2, Picture("yyyy-MM-dd"), 1, kDec31, kDate},
-        {"12/31/0099", 1, Picture("M/d/yy")}, {"12/31/99", 1, Picture("M/d/yyyy"), 1, kDec31, kDate},
+        {"19991231", 2, Picture("yyyy-MM-dd"), 1, kDec31, kDate}, {"12/31/0099", 1, Picture("M/d/yy")},
         {"12/31/1999 22:30", 2, Picture("M/d/yyyy hhhh:mm"), 1, D(12, 31, 1999, 22, 30), kBoth},
-        {"22-30", 1, Picture("hhhh:mm"), 1, T(22, 30), kTime}, {"22 x", 1, Picture("hhhh:mm")},
-        {"22 30", 1, Picture("hhhh'h'mm")}, {"22 H 30", 1, Picture("hhhh' h 'mm"), 1, T(22, 30), kTime},
-        {"Mon", 1, Picture("ddd"), 1, T(0, 0), 0}, {"Dec", 1, Picture("MMM"), 1, D(12, 1, 1900), kDate}, {"Sun", 1, Picture("ddd")},
+        {"22-30", 1, Picture("hhhh:mm"), 1, T(22, 30), kTime}, {"22 x", 1, Picture("hhhh:mm")}, {"22 30", 1, Picture("hhhh'h'mm")},
+        {"22 H 30", 1, Picture("hhhh' h 'mm"), 1, T(22, 30), kTime}, {"Mon", 1, Picture("ddd"), 1, T(0, 0), 0}, {"Sun", 1, Picture("ddd")},
         {"31 Decemberta 1999", 1, Picture("dd MMMM'ta' yyyy"), 1, kDec31, kDate}, {"31 DecemberTA 1999", 1, Picture("dd MMMM'ta' yyyy")},
         {"31 December 1999", 1, Picture("dd MMMM'ta' yyyy")}, {"31 Decta 1999", 1, Picture("dd MMM'ta' yyyy"), 1, kDec31, kDate},
-        {"12/31/99", 1, Picture("'x'")}, {"12/31/99", 1, Picture(nullptr)}, {"", 1, Picture("M/d/yy")},
-        {"31.12.99", 1, Picture("S"), 1, kDec31, kDate}, {"31 December 1999", 1, Picture("L"), 1, kDec31, kDate},
-        {"31 December 1999", 1, Picture(""), 1, kDec31, kDate}, {"31.12.99", 1, Picture("")},
+        {"12/31/99", 1, Picture("'x'")}, {"12/31/99", 1, Picture(nullptr)}, {"31.12.99", 1, Picture("S"), 1, kDec31, kDate},
+        {"31 December 1999", 1, Picture("L"), 1, kDec31, kDate}, {"31 December 1999", 1, Picture(""), 1, kDec31, kDate}, {"31.12.99", 1, Picture("")},
         // T clears FMTF_MICROSECONDS on a successful read
         {"10:30:15 PM", 1, micro("T"), 1, T(22, 30, 15), kTime | FMTF_MICROSECONDS},
     });
