@@ -12,8 +12,6 @@
 #include <string>
 #include <tuple>
 
-using DateClock = ScriptedClock;
-
 // A profile store of the test's own, the cached settings read again from it
 // at the next question and again from the real store after the test.
 struct DateProfile {

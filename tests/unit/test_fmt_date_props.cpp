@@ -31,7 +31,7 @@ DATDEF RandomDate(std::mt19937& rng, LONG firstYear, LONG lastYear) {
 
 // Two threads share the rows, writing and reading at once: each gets its own results.
 TEST(FMTDateRoundTrip, EveryFieldNamed) {
-    DateClock clock(2026);
+    ScriptedClock clock(2026);
     std::vector<std::string> failures[2];
     auto half = [&](int n) {
         std::mt19937 rng(20261124 + n);

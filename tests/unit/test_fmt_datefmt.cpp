@@ -47,26 +47,23 @@ void ExpectFormats(std::initializer_list<FormatRow> rows, int localeNames = 0) {
 
 // The keywords and the Japanese styles write Shift-JIS whatever the code page.
 TEST(FMTFormatDateTime, Pictures) {
-    DateClock clock(2026);
+    ScriptedClock clock(2026);
     auto sep = [](const char* t, DWORD flags) { return [=](FMTCNTLBLOCK& b) { b.b24Hour = 1, b.dwFlags |= flags, b.lpszTimeSep = const_cast<char*>(t); }; };
     const char* const kFull = "hhhh:mm:ss.mmmmmm";
     const DATDEF heisei1 = D(1, 8, 1989, 12), meiji0 = D(9, 7, 1868);
     ExpectFormats({
-        {kJan1, nullptr, "Saturday, January 01, 2000"}, {kJan1, Style(1), "1/1/00"}, {D(9, 9, 2000), Pic("d dd M MM"), "9 09 9 09"},
-        {D(1, 1, 5), Pic("yy yyyy"), "05 0005"}, {kJan1, Pic("d  'of' M, yyyy'\x94\x4E'"), "1  of 1, 2000\x94\x4E"}, {kJan1, Pic("yyy"), ""},
-        {kJan1, Style(4), ""}, {kJan1, nullptr, nullptr, 4}, {kJan1, Profile(0), ""}, {k130509, Style(1), "1/1/00 1:05:09 PM", FMT_DATETIME},
-        {At(0, 5, 9), Style(1), "1/1/00 12:05:09 AM", FMT_DATETIME}, {At(12, 5, 9), Style(1), "1/1/00 12:05:09 PM", FMT_DATETIME},
-        {k130509, [](FMTCNTLBLOCK& b) { b.iDateType = 1, b.dwFlags = 0; }, "1/1/00", FMT_DATETIME},
+        {kJan1, nullptr, "Saturday, January 01, 2000"}, {D(9, 9, 2000), Pic("d dd M MM"), "9 09 9 09"}, {D(1, 1, 5), Pic("yy yyyy"), "05 0005"},
+        {kJan1, Pic("d  'of' M, yyyy'\x94\x4E'"), "1  of 1, 2000\x94\x4E"}, {kJan1, Pic("yyy"), ""}, {kJan1, Style(4), ""},
+        {kJan1, nullptr, nullptr, 4}, {kJan1, Profile(0), ""}, {k130509, Style(1), "1/1/00 1:05:09 PM", FMT_DATETIME},
+        {At(0, 5, 9), Style(1), "1/1/00 12:05:09 AM", FMT_DATETIME}, {k130509, [](FMTCNTLBLOCK& b) { b.iDateType = 1, b.dwFlags = 0; }, "1/1/00", FMT_DATETIME},
         {At(7, 5, 9, 123), sep("::", FMTF_MICROSECONDS), "7::05::09::000123", FMT_TIME}, {At(7), Zero("hhhh"), "07", FMT_TIME},
-        {At(7), Zero("hhhh", FMTF_NOHOURZERO), "7", FMT_TIME}, {At(7), Zero("hhh h"), "7 7", FMT_TIME}, {At(21), Zero("hh"), "09", FMT_TIME},
-        {At(7), Pic("h", 0, 2), "", FMT_TIME}, {kJan1, Pic("S"), "", FMT_TIME},
-        {At(7), [](FMTCNTLBLOCK& b) { b.dwFlags = 0, b.iDateType = 1, b.lpszShortPic = const_cast<char*>("h"); }, "7", FMT_TIME},
-        {At(10, 30, 15), Pic(kFull, FMTF_OMITZEROMICRO), "10:30:15", FMT_TIME},
-        {At(10, 30, 15, 1), Pic(kFull, FMTF_OMITZEROMICRO), "10:30:15.000001", FMT_TIME}, {At(10, 30, 15, -1), Pic(kFull), "10:30:15", FMT_TIME},
+        {At(7), Zero("hhhh", FMTF_NOHOURZERO), "7", FMT_TIME}, {At(21), Zero("hh"), "09", FMT_TIME}, {At(7), Pic("h", 0, 2), "", FMT_TIME},
+        {kJan1, Pic("S"), "", FMT_TIME}, {At(7), [](FMTCNTLBLOCK& b) { b.dwFlags = 0, b.iDateType = 1, b.lpszShortPic = const_cast<char*>("h"); }, "7", FMT_TIME},
+        {At(10, 30, 15), Pic(kFull, FMTF_OMITZEROMICRO), "10:30:15", FMT_TIME}, {At(10, 30, 15, 1), Pic(kFull, FMTF_OMITZEROMICRO), "10:30:15.000001", FMT_TIME},
         {heisei1, Pic("E", FMTF_MICROSECONDS), HEISEI YMD("01", "01", "08") "12:00:00 PM"}, {heisei1, Pic("ED"), HEISEI YMD("01", "01", "08")},
-        {meiji0, Pic("ED"), ""}, {At(10, 30, 15), Pic("T", FMTF_MICROSECONDS), "10:30:15 AM"},
-        {At(10, 30, 15), Pic("T", FMTF_DEFAULTTIME), "10:30:15 AM", FMT_DATETIME}, {D(1, 5, 2000, 10), Pic("x", 0, 2), YMD("2000", "01", "05"), FMT_DATETIME},
-        {D(1, 7, 1989), Pic("x", 0, 3), SHOWA YMD("64", "01", "07")}, {D(9, 9, 2098), Pic("x", 0, 3), HEISEI YMD("10", "09", "09")}, {meiji0, Pic("x", 0, 3), ""},
+        {At(10, 30, 15), Pic("T", FMTF_MICROSECONDS), "10:30:15 AM"}, {At(10, 30, 15), Pic("T", FMTF_DEFAULTTIME), "10:30:15 AM", FMT_DATETIME},
+        {D(1, 5, 2000, 10), Pic("x", 0, 2), YMD("2000", "01", "05"), FMT_DATETIME}, {D(1, 7, 1989), Pic("x", 0, 3), SHOWA YMD("64", "01", "07")},
+        {D(9, 9, 2098), Pic("x", 0, 3), HEISEI YMD("10", "09", "09")}, {meiji0, Pic("x", 0, 3), ""},
     });
 }
 
@@ -98,7 +95,6 @@ TEST(FMTFormatDateTime, LocaleNames) {
     char monday[32] = "";
     ASSERT_GT(gOsl.system->GetLocaleInfoA(0x400, 0x2A, monday, sizeof monday), 0) << "GetLocaleInfoA of the name of Monday";
     if (std::string(monday) != "Monday") GTEST_SKIP() << "the user's locale names Monday \"" << monday << "\"";
-    EXPECT_EQ(gOsl.system->GetLocaleInfoA(0x400, 0x2A, monday, 6), 0) << "GetLocaleInfoA of \"Monday\" into 6 bytes";
     ExpectFormats({
         {D(1, 2, 2000), Pic("dddd ddd"), "Sunday Sun"}, {D(1, 7, 2000), Pic("dddd ddd"), "Friday Fri"}, {D(12, 1, 2000), Pic("MMMM MMM"), "December Dec"},
         {kJan1, Pic("MMMM MMM"), "January Jan"}, {D(13, 1, 2000), Pic("'['MMMM']'"), "[]"},
@@ -108,10 +104,10 @@ TEST(FMTFormatDateTime, LocaleNames) {
 TEST(FMTGetMaxFormattedDTLen, Widths) {
     auto marker = [](const char* pic) { return [=](FMTCNTLBLOCK& b) { Pic(pic)(b), b.lpsz1159 = const_cast<char*>("a.m."); }; };
     const struct { LONG nType; Change setup; int nMinimum, result; DWORD flagsAfter; } rows[] = {
-        {FMT_DATE, nullptr, 0, 29, FMTF_DEFAULTTIME}, {FMT_DATE, nullptr, 40, 40, FMTF_DEFAULTTIME}, {FMT_DATE, Pic("ddd MMM yyyy mmmmmm"), 0, 19, 0},
+        {FMT_DATE, nullptr, 0, 29, FMTF_DEFAULTTIME}, {FMT_DATE, nullptr, 40, 40, FMTF_DEFAULTTIME}, {FMT_DATE, Pic("yyy"), -5, -1, 0},
         {FMT_DATE, Pic("d dd M MM yy h hh hhh hhhh mm ss"), 0, 11 * 2 + 10, 0}, {FMT_DATE, marker("'abc'  AMPM"), 0, 3 + 2 + 4, 0},
-        {FMT_DATE, Pic("yyy"), -5, -1, 0}, {FMT_DATE, Pic("yyy"), 3, 3, 0}, {4, nullptr, 40, -1, FMTF_DEFAULTTIME}, {FMT_DATE, Profile(0), 40, -1, 0},
-        {FMT_DATE, Pic("ED"), 40, 16, 0}, {FMT_DATE, Pic("E", FMTF_MICROSECONDS), 0, 16 + 11, 0}, {FMT_TIME, nullptr, 0, 11, FMTF_DEFAULTTIME},
+        {FMT_DATE, Pic("yyy"), 3, 3, 0}, {4, nullptr, 40, -1, FMTF_DEFAULTTIME}, {FMT_DATE, Profile(0), 40, -1, 0}, {FMT_DATE, Pic("ED"), 40, 16, 0},
+        {FMT_DATE, Pic("E", FMTF_MICROSECONDS), 0, 16 + 11, 0},
         {FMT_TIME, [](FMTCNTLBLOCK& b) { b.b24Hour = 1, b.dwFlags |= FMTF_MICROSECONDS; }, 0, 15, FMTF_DEFAULTTIME | FMTF_MICROSECONDS},
         {FMT_DATETIME, Style(1), 0, (6 + 13 + 2) + 8 + 1 + 11, FMTF_DEFAULTTIME},
     };
@@ -131,8 +127,7 @@ TEST(FMTGetMaxFormattedDTLen, Widths) {
 TEST(FMTGetGeeLongDatePic, WithoutNames) {
     const struct { const char* longPic; int withTime, result; const char* want; } rows[] = {
         {"dddd, MMMM dd, yyyy", 0, 1, "MMMM dd, yyyy"}, {"MMMM dd, yyyy, dddd", 0, 1, "MMMM dd, yyyy"}, {"d. MMMM'ta' yyyy", 0, 1, "d. MMMM  yyyy"},
-        {"d'. 'MMMM yyyy", 0, 1, "d. MMMM yyyy"}, {"yyyy ddd, dddd M", 0, 1, "yyyy M"}, {"dddd", 0, 1, ""}, {"d MMMM yyyy.", 0, 1, "d MMMM yyyy."},
-        {"dddd, MMMM dd, yyyy", 1, 1, "MMMM dd, yyyy hh:mm:ss AMPM"}, {"yyy", 0, 0, ""},
+        {"yyyy ddd, dddd M", 0, 1, "yyyy M"}, {"dddd", 0, 1, ""}, {"dddd, MMMM dd, yyyy", 1, 1, "MMMM dd, yyyy hh:mm:ss AMPM"}, {"yyy", 0, 0, ""},
     };
     for (const auto& r : rows) {
         DateProfile profile({{"intl", "sLongDate", r.longPic}, {"intl", "sTime", ":"}, {"intl", "iCountry", "1"}});

@@ -1,4 +1,5 @@
-// Date pictures and value texts as token lists, and the known text forms.
+// Date pictures and value texts as token lists (the known text forms are
+// read through FMTValidateDateTime).
 // A list is written as its elements with blanks between: a date or time
 // element as its picture letters, #n a number (#n! with the full-year mark),
 // 'text' a string, <c> a separator, _n a run of n blanks; null for no list.
@@ -74,28 +75,6 @@ TEST(FMTParseDateText, ValueTexts) {
         });
     for (int mode : {0, 5})
         EXPECT_EQ(Parsed("12/31/99", mode), "null") << "FMTParseDateText(\"12/31/99\", " << mode << ")";
-}
-
-struct FormRow { const char* text; int nType, monthFirst; const char* picture; };
-
-TEST(FMTMatchDateForm, Forms) {
-    const FormRow rows[] = {
-        {"1/5/2000", 1, 1, "M/d/yyyy"}, {"1/5/2000", 1, 0, ""}, {"12.31-1999", 1, 1, "M/d/yyyy"}, {"1/5/99", 1, 1, ""}, {"2000-1-5", 1, 0, "yyyy-MM-dd"},
-        {"2000-1-123", 1, 1, ""}, {"Jan 5, 2000", 1, 0, "MMM d, yyyy"}, {"January 05 2000", 1, 0, "MMMM dd, yyyy"}, {"Ja 5, 2000", 1, 0, ""},
-        {"05 January, 2000", 1, 0, "dd MMMM, yyyy"}, {"5-Jan-99", 1, 0, "d-MMM-yyyy"}, {"5-January-2000", 1, 0, ""},
-        {"Jan 5, 2000x", 1, 0, "MMM d, yyyy"}, // the form ends the scan
-        {"10:30", 2, 0, "hhhh.mm.ss.mmmmmm"}, {"10:30 PM", 2, 0, "hh.mm.ss.mmmmmm AMPM"}, {"10:30:15:1234567", 2, 0, ""},
-        {"2000-01-05-10.30.00", 3, 0, "yyyy-MM-dd-hhhh.mm.ss.mmmmmm"}, {"1/5/2000 10:30 PM", 3, 1, "M/d/yyyy hh.mm.ss.mmmmmm AMPM"},
-        {"  1/5/2000", 3, 1, ""}, {"1/5/2000", 4, 1, ""},
-    };
-    for (const FormRow& r : rows) {
-        char picture[kFMTDateFormPicSize];
-        std::memset(picture, 'Z', sizeof picture);
-        FMTDATETOKEN* list = FMTMatchDateForm(r.text, r.nType, picture, r.monthFirst);
-        EXPECT_EQ(std::make_pair(std::string(picture), Show(list)), std::make_pair(std::string(r.picture), *r.picture ? Parsed(r.picture, 4) : "null"))
-            << "FMTMatchDateForm(\"" << r.text << "\", " << r.nType << ", picture, " << r.monthFirst << ") (picture, list)";
-        FMTFreeDateTokens(list);
-    }
 }
 
 std::string Times(const std::string& s, int n) { return n ? s + Times(s, n - 1) : ""; }
