@@ -69,9 +69,10 @@ TEST(FMTUnformatDateTimeStr, Pictures) {
         {"19991231", 2, Picture("yyyy-MM-dd"), 1, kDec31, kDate}, {"12/31/0099", 1, Picture("M/d/yy")},
         {"12/31/1999 22:30", 2, Picture("M/d/yyyy hhhh:mm"), 1, D(12, 31, 1999, 22, 30), kBoth}, {"22-30", 1, Picture("hhhh:mm"), 1, T(22, 30), kTime},
         {"22 30", 1, Picture("hhhh'h'mm")}, {"22 H 30", 1, Picture("hhhh' h 'mm"), 1, T(22, 30), kTime}, {"Mon", 1, Picture("ddd"), 1, T(0, 0), 0},
-        {"31 Decemberta 1999", 1, Picture("dd MMMM'ta' yyyy"), 1, kDec31, kDate}, {"31 December 1999", 1, Picture("dd MMMM'ta' yyyy")},
-        {"31 Decta 1999", 1, Picture("dd MMM'ta' yyyy"), 1, kDec31, kDate}, {"12/31/99", 1, Picture(nullptr)},
-        {"31.12.99", 1, Picture("S"), 1, kDec31, kDate}, {"31 December 1999", 1, Picture(""), 1, kDec31, kDate}, {"31.12.99", 1, Picture("")},
+        {"Sun", 1, Picture("ddd")}, {"31 Decemberta 1999", 1, Picture("dd MMMM'ta' yyyy"), 1, kDec31, kDate},
+        {"31 December 1999", 1, Picture("dd MMMM'ta' yyyy")}, {"31 Decta 1999", 1, Picture("dd MMM'ta' yyyy"), 1, kDec31, kDate},
+        {"12/31/99", 1, Picture(nullptr)}, {"31.12.99", 1, Picture("S"), 1, kDec31, kDate}, {"31 December 1999", 1, Picture(""), 1, kDec31, kDate},
+        {"31.12.99", 1, Picture("")},
         // T clears FMTF_MICROSECONDS on a successful read
         {"10:30:15 PM", 1, micro("T"), 1, T(22, 30, 15), kTime | FMTF_MICROSECONDS},
     });
