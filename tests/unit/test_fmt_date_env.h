@@ -9,10 +9,9 @@
 #include <oxlrt31/datepic.h>
 
 #include <cstring>
+#include <functional>
 #include <string>
 #include <tuple>
-
-using DateClock = ScriptedClock;
 
 // A profile store of the test's own, the cached settings read again from it
 // at the next question and again from the real store after the test.
@@ -21,6 +20,9 @@ struct DateProfile {
     explicit DateProfile(std::vector<ProfileEntry> entries) : store(std::move(entries)) { FMTWinIniChanged(); }
     ~DateProfile() { FMTWinIniChanged(); }
 };
+
+// What a table row changes in a block before the call.
+using Change = std::function<void(FMTCNTLBLOCK&)>;
 
 // A block of the test's own settings: the short picture "M/d/yy", the long
 // one "dddd, MMMM dd, yyyy", a 12-hour clock with ":" and no leading zero,
@@ -37,7 +39,6 @@ struct DateBlock {
         std::memset(out, 0x7E, sizeof out), out[sizeof out - 1] = 0;
     }
     FMTCNTLBLOCK* operator->() { return &b; }
-    FMTCNTLBLOCK* get() { return &b; }
 };
 
 // Japanese texts are Shift-JIS bytes: two era names and the year, month and day marks.
