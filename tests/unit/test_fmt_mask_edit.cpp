@@ -53,8 +53,8 @@ const KeyRow kKeyRows[] = {
     {kPhone, "(555) 123-4567", 6, 6, "\1", "(555) 123-4567", 3, 3, 0}, {kPhone, "(555) 123-4567", 9, 9, "\3", "(555) 123-4567", 1, 1, 0},
     {kPhone, "(555) 123", 3, 7, "\6", "(555) 123", 0, 3, 0}, {"9-9/", "", 0, 0, "1-", "1-", 2, 2, 0}, {"((9", "((", 0, 1, "\x7f", "", 0, 0, 0},
     {"XX*", "abcde", 5, 5, "%!", "abcde%!", 7, 7, 0}, {"XX*", "abcde", 3, 3, "\x7f", "abce", 3, 3, 0}, {kPhone, "(5a5)", 0, 5, "\x7f", "", 0, 0, 0},
-    // a text that doesn't fit: the deletion does nothing; no mask: the filter declines, and the control (real or model) deletes
-    {kPhone, "(5a5)", 1, 3, "\x7f", "(5a5)", 1, 3, 0}, {nullptr, "abc", 1, 2, "\b", "ac", 1, 1, 0},
+    // a text that doesn't fit: the deletion does nothing; no mask: the filter declines, and the control (real or model) deletes and types
+    {kPhone, "(5a5)", 1, 3, "\x7f", "(5a5)", 1, 3, 0}, {nullptr, "abc", 1, 2, "\bz", "azc", 2, 2, 0},
 };
 
 TEST(FmtMaskEdit, KeysInAMaskedControl) {

@@ -156,26 +156,36 @@ TEST(FmtProfile, InitCntlBlock) {
 // FMTGetProfileIntl and puts back what was there (a missing key is removed
 // again). Names of another case, numbers with a sign or letters behind them, and a value
 // in quotes in the library's own section (the system keeps "intl" elsewhere
-// than in win.ini, and takes its values as they stand). One test, as the
-// store is one file for every process.
+// than in win.ini, and takes its values as they stand). Then sections
+// removed. One test, as the store is one file for every process.
 TEST(FmtProfile, PlatformStore) {
-    std::vector<ProfileEntry> entries = Entries("iCountry=49|sLongDate=dddd', 'd'. 'MMMM yyyy|sThousand=.|iCurrency=3|s1159=|iDigits=3x"
-                                                "|iCurrDigits=+4|iNegCurr=-2|X:sDateType=\"JapanEmperor\"|X:iEmpDateBoundryCheck=1");
+    std::vector<ProfileEntry> entries = Entries("iCountry=49|sShortDate=dd.MM.yyyy|sLongDate=dddd', 'd'. 'MMMM yyyy|sThousand=."
+        "|iCurrency=3|s1159=|sCurrency=kr|iDigits=3x|iCurrDigits=+4|iNegCurr=-2|X:sDateType=\"JapanEmperor\"|X:iEmpDateBoundryCheck=1");
     entries.push_back({"INTL", "SDECIMAL", ","});
     std::vector<std::string> saved;
     for (const ProfileEntry& e : entries) {
         char old[256];
         gOsl.profile->GetProfileStringA(e.section.c_str(), e.key.c_str(), "\x01", old, sizeof old);
         saved.push_back(old);
-        for (const char* value : {"stale", e.value.c_str()}) // the value replaces one there before
-            EXPECT_TRUE(gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), value)) << e.key << "=" << value;
+        for (const char* first : {static_cast<const char*>(nullptr), "stale"}) // none, then one there to replace
+            gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), first);
+        EXPECT_TRUE(gOsl.profile->WriteProfileStringA(e.section.c_str(), e.key.c_str(), e.value.c_str())) << e.key;
+        gOsl.profile->GetProfileStringA(e.section.c_str(), e.key.c_str(), "", old, sizeof old);
+        EXPECT_STRNE(old, "stale") << e.key << " replaced";
     }
     std::string got = Read();
     for (size_t i = entries.size(); i-- > 0;)
         gOsl.profile->WriteProfileStringA(entries[i].section.c_str(), entries[i].key.c_str(), saved[i] == "\x01" ? nullptr : saved[i].c_str());
-    ExpectFields(got, "iCountry=49|sLongDate=dddd, d. MMMM yyyy|chThousand=.|chDecimal=,|bCurrencySpace=1|bCurrencySuffix=1|iDigits=3"
-                      "|iCurrDigits=4|iNegCurr=4294967294|s1159=AM|iDateType=3|iEmpDateBoundryCheck=1",
+    ExpectFields(got, "iCountry=49|sShortDate=dd.MM.yyyy|sLongDate=dddd, d. MMMM yyyy|chThousand=.|chDecimal=,|bCurrencySpace=1"
+                      "|bCurrencySuffix=1|iDigits=3|iCurrDigits=4|iNegCurr=4294967294|s1159=AM|sCurrency=kr|iDateType=3|iEmpDateBoundryCheck=1",
                  "the platform's store");
+    // Sections removed: an emptied one goes alone, up to the next one's header.
+    auto put = [](const char* s, const char* k, const char* v) { gOsl.profile->WriteProfileStringA(s, k, v); };
+    auto get = [](const char* s) { char v[8]; gOsl.profile->GetProfileStringA(s, "k", "-", v, sizeof v); return std::string(v); };
+    put("oxlA", "k", "1"), put("oxlB", "k", "2"), put("oxlA", "k", nullptr), put("oxlA", nullptr, nullptr);
+    EXPECT_EQ(get("oxlA") + get("oxlB"), "-2") << "[oxlA] emptied and removed, [oxlB] after it";
+    put("oxlB", nullptr, nullptr);
+    EXPECT_EQ(get("oxlB"), "-") << "[oxlB] removed";
 }
 
 } // namespace
