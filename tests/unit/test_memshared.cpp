@@ -18,7 +18,6 @@
 #include <windows.h>
 #else
 #include <sys/mman.h>
-#include <unistd.h>
 #endif
 
 // The address sanitizer keeps the range around 0xA0000000 for itself.
@@ -60,12 +59,7 @@ void ReleaseAddress(void* at, unsigned bytes) { munmap(at, bytes); }
 // A program of the suite's, named as it lies beside the test program.
 std::string Beside(const std::string& program) {
     char self[4096] = "";
-#ifdef _WIN32
-    GetModuleFileNameA(nullptr, self, sizeof self);
-#else
-    self[std::max<ssize_t>(0, readlink("/proc/self/exe", self, sizeof self - 1))] = 0;
-#endif
-    std::string path = self;
+    std::string path(self, gOsl.system->GetModuleFileNameA(nullptr, self, sizeof self));
     return "\"" + path.substr(0, path.find_last_of("\\/") + 1) + program + "\"";
 }
 
